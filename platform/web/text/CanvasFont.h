@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The font of a 2D canvas context, as the CSS 'font' shorthand computes it. Line height is
+// accepted by the parser and dropped, as canvas text never uses it.
+enum class CanvasFontStyle { Normal, Italic, Oblique };
+enum class CanvasFontVariant { Normal, SmallCaps };
+
+struct CanvasFont {
+    CanvasFontStyle style = CanvasFontStyle::Normal;
+    CanvasFontVariant variant = CanvasFontVariant::Normal;
+    int weight = 400;       // 1 to 1000
+    double stretch = 100;   // per cent of the normal width, 50 to 200
+    double size = 10;       // computed size in CSS pixels, never negative
+    // Family names in order of preference; generic families ("serif", "sans-serif",
+    // "monospace", "cursive", "fantasy", "system-ui") are kept unquoted as written.
+    std::vector<std::string> families{"sans-serif"};
+
+    // The text the context's font getter returns, e.g. "italic bold 12px Arial, sans-serif".
+    std::string serialization() const;
+
+    // A compact text naming every field; equal fonts have equal keys. The text layer keys
+    // its caches on it.
+    std::string cacheKey() const;
+
+    bool operator==(const CanvasFont&) const = default;
+};
+
+// The CSS 'font' shorthand as the canvas font setter reads it. Gives nothing for text that is
+// not a valid font (and for the CSS-wide keywords), in which case the setter keeps its font.
+// Relative sizes resolve against the default 10px font.
+std::optional<CanvasFont> parseCanvasFont(std::string_view text);
+
+// "10px sans-serif".
+CanvasFont defaultCanvasFont();

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/web/text/CanvasFont.h"
+#include "platform/web/text/TextMetrics.h"
+
+#include <optional>
+#include <string_view>
+
+typedef struct _cairo cairo_t;
+
+enum class CanvasTextAlign { Start, End, Left, Right, Center };
+enum class CanvasTextBaseline { Top, Hanging, Middle, Alphabetic, Ideographic, Bottom };
+enum class CanvasDirection { Ltr, Rtl, Inherit };
+enum class CanvasFontKerning { Auto, Normal, None };
+
+// The attribute values as scripts write them ("center", "middle", "rtl", ...). Parsing gives
+// nothing for a value the attribute does not know, and the setter then ignores it.
+std::optional<CanvasTextAlign> parseCanvasTextAlign(std::string_view);
+std::optional<CanvasTextBaseline> parseCanvasTextBaseline(std::string_view);
+std::optional<CanvasDirection> parseCanvasDirection(std::string_view);
+std::optional<CanvasFontKerning> parseCanvasFontKerning(std::string_view);
+std::string_view toString(CanvasTextAlign);
+std::string_view toString(CanvasTextBaseline);
+std::string_view toString(CanvasDirection);
+std::string_view toString(CanvasFontKerning);
+
+// Parses the letterSpacing / wordSpacing attribute: a CSS length ("2px", "0.1em", "-1pt");
+// em resolves against `font`. Gives nothing for invalid text (the setter then ignores it).
+std::optional<double> parseCanvasSpacing(std::string_view text, const CanvasFont& font);
+
+// Everything of a context's drawing state that places text. Inherit direction means ltr.
+struct CanvasTextStyle {
+    CanvasFont font = defaultCanvasFont();
+    CanvasTextAlign align = CanvasTextAlign::Start;
+    CanvasTextBaseline baseline = CanvasTextBaseline::Alphabetic;
+    CanvasDirection direction = CanvasDirection::Inherit;
+    double letterSpacing = 0;  // CSS pixels, added after every character
+    double wordSpacing = 0;    // CSS pixels, added to every space
+    CanvasFontKerning kerning = CanvasFontKerning::Auto;
+};
+
+// measureText(): the metrics of `utf8` (invalid UTF-8 reads as U+FFFD) in `style`.
+TextMetrics measureText(std::string_view utf8, const CanvasTextStyle& style);
+
+// Adds the outlines of `utf8` to cr's current path, in cr's current user space, with the
+// alignment point at (x, y) placed by the style's align and baseline. With `maxWidth`, text
+// wider than it is squeezed horizontally to fit; a maxWidth that is not finite or not
+// positive adds nothing, and so do non-finite x or y. The caller fills or strokes the path.
+void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y,
+                    const CanvasTextStyle& style, std::optional<double> maxWidth);
