@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/web/canvas/CanvasImageSource.h"
+#include "platform/web/canvas/PredefinedColorSpace.h"
+
+#include <cairo.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+class CanvasRenderingContext2D;
+
+struct CanvasRenderingContext2DSettings {
+    bool alpha = true;
+    bool desynchronized = false;
+    PredefinedColorSpace colorSpace = PredefinedColorSpace::Srgb;
+    bool willReadFrequently = false;
+};
+
+// An off-screen canvas element: a bitmap of width x height pixels and, once asked for, its 2D
+// context. Always held by std::shared_ptr (create()); the context lives inside the element.
+class HTMLCanvasElement final : public CanvasImageSource, public std::enable_shared_from_this<HTMLCanvasElement> {
+    struct Token {};
+
+public:
+    static constexpr unsigned kDefaultWidth = 300;
+    static constexpr unsigned kDefaultHeight = 150;
+    // Larger bitmaps cannot be made: the canvas then draws nothing and reads as transparent.
+    static constexpr unsigned kMaxSide = 8192;
+    static constexpr unsigned long kMaxArea = 16UL * 1024 * 1024;
+
+    static std::shared_ptr<HTMLCanvasElement> create();
+    explicit HTMLCanvasElement(Token);
+    ~HTMLCanvasElement() override;
+    HTMLCanvasElement(const HTMLCanvasElement&) = delete;
+    HTMLCanvasElement& operator=(const HTMLCanvasElement&) = delete;
+
+    unsigned width() const { return width_; }
+    unsigned height() const { return height_; }
+    // Setting either, even to the value it has, clears the bitmap and resets the context's
+    // state. Values over 2^31 - 1 fall back to the default, as reflected attributes do.
+    void setWidth(unsigned width);
+    void setHeight(unsigned height);
+
+    // getContext("2d", settings): the same context every time; the settings of the first call
+    // stick.
+    CanvasRenderingContext2D* getContext2d(const CanvasRenderingContext2DSettings& settings = {});
+    CanvasRenderingContext2D* context2d() const { return context_.get(); }
+
+    // "data:image/png;base64,..." for every type (PNG is the one we write), "data:," when the
+    // canvas has no bitmap (a side of zero, or too large).
+    std::string toDataURL(std::string_view type = "image/png", std::optional<double> quality = {});
+    // The PNG file toDataURL() encodes; empty when there is no bitmap.
+    std::string toPNG();
+
+    // Whether a bitmap of this size can exist (both sides non-zero and within the limits).
+    bool hasBitmap() const;
+    // The bitmap, premultiplied ARGB32, made on first use; null when hasBitmap() is false.
+    // Call cairo_surface_flush() before reading and cairo_surface_mark_dirty() after writing.
+    cairo_surface_t* bitmap();
+    // Whether the bitmap is opaque by construction (a context made with alpha: false).
+    bool isOpaque() const { return opaque_; }
+
+    // CanvasImageSource
+    ExceptionOr<bool> checkUsability() const override;
+    unsigned imageWidth() const override { return width_; }
+    unsigned imageHeight() const override { return height_; }
+    cairo_surface_t* imageSurface() override { return bitmap(); }
+
+private:
+    void resetBitmap();
+
+    unsigned width_ = kDefaultWidth;
+    unsigned height_ = kDefaultHeight;
+    bool opaque_ = false;
+    cairo_surface_t* surface_ = nullptr;
+    std::unique_ptr<CanvasRenderingContext2D> context_;
+};
