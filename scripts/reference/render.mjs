@@ -34,7 +34,7 @@ export function projectFontConfig() {
   return fs.existsSync(file) ? file : null;
 }
 
-// Starts Chromium with a fresh profile; returns { browser, page, close }.
+// Starts Chromium with a fresh profile; returns { context, newPage(), close() }.
 export async function launchChromium({ fonts = projectFontConfig() } = {}) {
   const { chromium } = requireTool('playwright-core');
   const profile = fs.mkdtempSync(path.join(os.tmpdir(), 'ampwell-chromium-'));
@@ -51,14 +51,62 @@ export async function launchChromium({ fonts = projectFontConfig() } = {}) {
     await context.close().catch(() => {});
     fs.rmSync(profile, { recursive: true, force: true });
   };
-  return { context, close };
+  const newPage = async () => {
+    const page = await context.newPage();
+    // A family the fonts do not know falls back to sans-serif, as the project's fonts.conf
+    // makes it do for our engine; Chromium's own default would be a serif face.
+    const cdp = await context.newCDPSession(page);
+    await cdp.send('Page.enable');
+    await cdp.send('Page.setFontFamilies', { fontFamilies: {
+      standard: 'Liberation Sans', sansSerif: 'Liberation Sans', serif: 'Liberation Serif',
+      fixed: 'Liberation Mono' } });
+    return page;
+  };
+  return { context, newPage, close };
 }
 
-const BLANK = '<!DOCTYPE html><html><head><meta charset="utf-8"></head><body></body></html>';
+// Chromium takes a fontconfig substitute only for a few families it knows to be metric
+// compatible (Helvetica, Arial), and ignores the aliases of fonts.conf for the others ("Helvetica
+// Neue" would come out in the default serif face). Web fonts pointing at the local substitutes
+// give it the same families our engine gets from fonts.conf.
+export function fontAliases(fontsConf = projectFontConfig()) {
+  if (!fontsConf) return [];
+  const text = fs.readFileSync(fontsConf, 'utf8').replace(/<!--[\s\S]*?-->/g, '');
+  const alias = /<alias[^>]*>\s*<family>([^<]+)<\/family>\s*<(?:accept|prefer)>\s*<family>(Liberation [^<]+)<\/family>/g;
+  return [...text.matchAll(alias)].map((m) => ({ family: m[1].trim(), substitute: m[2].trim() }));
+}
+
+function fontFaceRules(aliases) {
+  const faces = [['normal', 'normal', ''], ['bold', 'normal', ' Bold'], ['normal', 'italic', ' Italic'],
+                 ['bold', 'italic', ' Bold Italic']];
+  return aliases.flatMap(({ family, substitute }) => faces.map(([weight, style, suffix]) =>
+    `@font-face { font-family: "${family}"; font-weight: ${weight}; font-style: ${style}; ` +
+    `src: local("${substitute}${suffix}"); }`)).join('\n');
+}
+
+let blankDocument = null;
+function blank() {
+  blankDocument ??= '<!DOCTYPE html><html><head><meta charset="utf-8"><style>' +
+    fontFaceRules(fontAliases()) + '</style></head><body></body></html>';
+  return blankDocument;
+}
+
+// Web fonts load on first use, after the text that asked for them has been drawn: load the
+// aliased families the code names before running it.
+async function loadFontsNamed(page, code) {
+  const lower = code.toLowerCase();
+  const families = [...new Set(fontAliases().map((a) => a.family))]
+    .filter((family) => lower.includes(family.toLowerCase()));
+  if (families.length === 0) return;
+  await page.evaluate((names) => Promise.all(names.flatMap((name) =>
+    ['', 'bold ', 'italic ', 'italic bold '].map((s) => document.fonts.load(`${s}16px "${name}"`)))),
+  families);
+}
 
 // Evaluates `code` in a fresh document of `page` and returns the value of its last expression.
 export async function evaluateFresh(page, code, timeoutMs = 10000) {
-  await page.setContent(BLANK);
+  await page.setContent(blank());
+  await loadFontsNamed(page, code);
   let timer;
   const timeout = new Promise((_, reject) => {
     timer = setTimeout(() => reject(new Error(`timed out after ${timeoutMs} ms`)), timeoutMs);
@@ -142,7 +190,7 @@ function parseArguments(argv) {
 export async function renderJobs(jobs, { out, timeout = 10000, fonts } = {}) {
   fs.mkdirSync(out, { recursive: true });
   const browser = await launchChromium(fonts !== undefined ? { fonts } : {});
-  let page = await browser.context.newPage();
+  let page = await browser.newPage();
   let failures = 0;
   try {
     for (const job of jobs) {
@@ -156,7 +204,7 @@ export async function renderJobs(jobs, { out, timeout = 10000, fonts } = {}) {
         console.log(`error ${job.name}: ${String(error.message ?? error).split('\n')[0]}`);
         if (/timed out/.test(error.message)) { // a hung page is not reused
           await page.close().catch(() => {});
-          page = await browser.context.newPage();
+          page = await browser.newPage();
         }
       }
     }
