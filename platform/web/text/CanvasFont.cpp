@@ -1,18 +1,351 @@
 #include "platform/web/text/CanvasFont.h"
 
+#include "platform/web/text/CssTokens.h"
+#include "platform/web/text/FontSelector.h"
+#include "platform/web/text/LruCache.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+// The root element's font size, which rem refers to, and the largest size a font may have.
+constexpr double kRootFontSize = 16;
+constexpr double kMaximumFontSize = 10000;
+// Canvas text is measured without a page around it; viewport units use this one.
+constexpr double kViewportWidth = 1280, kViewportHeight = 720;
+
+constexpr std::array<const char*, 14> kGenericFamilyNames{
+    "serif", "sans-serif", "monospace", "cursive", "fantasy", "system-ui", "ui-serif",
+    "ui-sans-serif", "ui-monospace", "ui-rounded", "math", "emoji", "fangsong", "-webkit-body"};
+
+bool isCssWideKeyword(const std::string& lower)
+{
+    return lower == "inherit" || lower == "initial" || lower == "unset" || lower == "revert"
+        || lower == "revert-layer" || lower == "default";
+}
+
+bool isGenericFamily(const std::string& lower)
+{
+    return std::find_if(kGenericFamilyNames.begin(), kGenericFamilyNames.end() - 1,
+                        [&](const char* name) { return lower == name; })
+        != kGenericFamilyNames.end() - 1;
+}
+
+std::optional<double> absoluteSizeKeyword(const std::string& lower)
+{
+    static constexpr std::pair<const char*, double> kSizes[] = {
+        {"xx-small", 9}, {"x-small", 10}, {"small", 13}, {"medium", 16}, {"large", 18},
+        {"x-large", 24}, {"xx-large", 32}, {"xxx-large", 48}};
+    for (auto [name, size] : kSizes) {
+        if (lower == name)
+            return size;
+    }
+    return std::nullopt;
+}
+
+std::optional<double> stretchKeyword(const std::string& lower)
+{
+    static constexpr std::pair<const char*, double> kStretches[] = {
+        {"ultra-condensed", 50}, {"extra-condensed", 62.5}, {"condensed", 75},
+        {"semi-condensed", 87.5}, {"semi-expanded", 112.5}, {"expanded", 125},
+        {"extra-expanded", 150}, {"ultra-expanded", 200}};
+    for (auto [name, stretch] : kStretches) {
+        if (lower == name)
+            return stretch;
+    }
+    return std::nullopt;
+}
+
+bool isAngleUnit(const std::string& unit)
+{
+    return unit == "deg" || unit == "rad" || unit == "grad" || unit == "turn";
+}
+
+// Numbers print with six significant digits, trailing zeros dropped, as browsers print a
+// font's size.
+std::string formatNumber(double value)
+{
+    if (value == 0 || !std::isfinite(value))
+        return "0";
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "%.5e", value);
+    const int exponent = std::atoi(std::strchr(buffer, 'e') + 1);
+    if (exponent < -6) {
+        std::string text(buffer);
+        const auto e = text.find('e');
+        return text.substr(0, e + 1) + std::to_string(exponent);
+    }
+    std::snprintf(buffer, sizeof buffer, "%.*f", std::max(0, 5 - exponent), value);
+    std::string text(buffer);
+    if (text.find('.') != std::string::npos) {
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.back() == '.')
+            text.pop_back();
+    }
+    return text;
+}
+
+class FontShorthandParser {
+public:
+    explicit FontShorthandParser(std::vector<CssToken> tokens) : t_(std::move(tokens)) {}
+
+    std::optional<CanvasFont> parse()
+    {
+        if (t_.size() == 1 && t_[0].type == CssToken::Ident) {
+            const std::string word = asciiLower(t_[0].text);
+            // System fonts compute to the platform's user-interface font.
+            if (word == "caption" || word == "icon" || word == "menu" || word == "message-box"
+                || word == "small-caption" || word == "status-bar") {
+                CanvasFont font;
+                font.size = kRootFontSize;
+                font.families = {{"Arial", false}};
+                return font;
+            }
+        }
+        CanvasFont font;
+        if (!prefix(font) || !size(font) || !lineHeight() || !families(font))
+            return std::nullopt;
+        return font;
+    }
+
+private:
+    bool atEnd() const { return i_ >= t_.size(); }
+
+    // Up to four of style, variant, weight and stretch, each at most once, "normal" for any.
+    bool prefix(CanvasFont& font)
+    {
+        bool style = false, variant = false, weight = false, stretch = false;
+        for (int count = 0; count < 4 && !atEnd(); ++count) {
+            const CssToken& token = t_[i_];
+            if (token.type == CssToken::Number) {
+                if (weight || token.number < 1 || token.number > 1000)
+                    return true;  // the size check rejects it
+                font.weight = static_cast<int>(token.number);
+                weight = true;
+                ++i_;
+                continue;
+            }
+            if (token.type != CssToken::Ident)
+                return true;
+            const std::string word = asciiLower(token.text);
+            if (word == "normal") {
+                ++i_;
+            } else if (!style && (word == "italic" || word == "oblique")) {
+                font.style = word == "italic" ? CanvasFontStyle::Italic : CanvasFontStyle::Oblique;
+                style = true;
+                ++i_;
+                if (word == "oblique" && !atEnd() && t_[i_].type == CssToken::Dimension && isAngleUnit(t_[i_].text))
+                    ++i_;
+            } else if (!variant && word == "small-caps") {
+                font.variant = CanvasFontVariant::SmallCaps;
+                variant = true;
+                ++i_;
+            } else if (!weight && (word == "bold" || word == "bolder" || word == "lighter")) {
+                // Relative weights refer to the normal weight the canvas starts from.
+                font.weight = word == "lighter" ? 100 : 700;
+                weight = true;
+                ++i_;
+            } else if (auto value = stretchKeyword(word); value && !stretch) {
+                font.stretch = *value;
+                stretch = true;
+                ++i_;
+            } else {
+                return true;  // the size, or something the size check rejects
+            }
+        }
+        return true;
+    }
+
+    bool size(CanvasFont& font)
+    {
+        if (atEnd())
+            return false;
+        const CssToken& token = t_[i_++];
+        std::optional<double> px;
+        if (token.type == CssToken::Ident) {
+            const std::string word = asciiLower(token.text);
+            const double parent = defaultCanvasFont().size;
+            if (word == "larger")
+                px = parent * 1.2;
+            else if (word == "smaller")
+                px = parent / 1.2;
+            else
+                px = absoluteSizeKeyword(word);
+        } else {
+            px = cssLengthInPixels(token, defaultCanvasFont().size);
+        }
+        if (!px || *px < 0 || std::isnan(*px))
+            return false;
+        font.size = std::min(*px, kMaximumFontSize);
+        return true;
+    }
+
+    bool lineHeight()
+    {
+        if (atEnd() || t_[i_].type != CssToken::Slash)
+            return true;
+        ++i_;
+        if (atEnd())
+            return false;
+        const CssToken& token = t_[i_++];
+        if (token.type == CssToken::Ident)
+            return asciiLower(token.text) == "normal";
+        if (token.type == CssToken::Number || token.type == CssToken::Percentage)
+            return token.number >= 0;
+        return token.type == CssToken::Dimension && cssLengthInPixels(token, 10).value_or(-1) >= 0;
+    }
+
+    bool families(CanvasFont& font)
+    {
+        font.families.clear();
+        while (true) {
+            if (atEnd())
+                return false;
+            if (t_[i_].type == CssToken::String) {
+                font.families.push_back({t_[i_++].text, false});
+            } else {
+                std::string name;
+                std::size_t words = 0;
+                for (; !atEnd() && t_[i_].type == CssToken::Ident; ++i_, ++words) {
+                    if (isCssWideKeyword(asciiLower(t_[i_].text)))
+                        return false;
+                    if (words)
+                        name += ' ';
+                    name += t_[i_].text;
+                }
+                if (!words)
+                    return false;
+                const std::string lower = asciiLower(name);
+                if (words == 1 && isGenericFamily(lower))
+                    font.families.push_back({lower, true});
+                else
+                    font.families.push_back({name, false});
+            }
+            if (atEnd())
+                return true;
+            if (t_[i_++].type != CssToken::Comma)
+                return false;
+        }
+    }
+
+    std::vector<CssToken> t_;
+    std::size_t i_ = 0;
+};
+
+} // namespace
+
+std::optional<double> cssLengthInPixels(const CssToken& token, double em)
+{
+    if (token.type == CssToken::Percentage)
+        return em * token.number / 100;
+    if (token.type == CssToken::Number && token.number == 0)
+        return 0.0;
+    if (token.type != CssToken::Dimension)
+        return std::nullopt;
+    const std::string& unit = token.text;
+    const double n = token.number;
+    if (unit == "px")
+        return n;
+    if (unit == "pt")
+        return n * 96 / 72;
+    if (unit == "pc")
+        return n * 16;
+    if (unit == "in")
+        return n * 96;
+    if (unit == "cm")
+        return n * 96 / 2.54;
+    if (unit == "mm")
+        return n * 96 / 25.4;
+    if (unit == "q")
+        return n * 96 / 101.6;
+    if (unit == "em")
+        return n * em;
+    if (unit == "rem")
+        return n * kRootFontSize;
+    if (unit == "vw")
+        return n * kViewportWidth / 100;
+    if (unit == "vh")
+        return n * kViewportHeight / 100;
+    if (unit == "vmin")
+        return n * std::min(kViewportWidth, kViewportHeight) / 100;
+    if (unit == "vmax")
+        return n * std::max(kViewportWidth, kViewportHeight) / 100;
+    if (unit == "ex" || unit == "ch") {
+        // Relative to the default canvas font's x-height or digit zero.
+        FontFace* face = FontSelector::shared().fontSet(defaultCanvasFont()).primary();
+        double perEm = 0.5;
+        if (face)
+            perEm = unit == "ex" ? face->xHeight() : face->advance(face->glyphFor('0'));
+        return n * perEm * em;
+    }
+    return std::nullopt;
+}
+
 std::string CanvasFont::serialization() const
 {
-    return "10px sans-serif";
+    std::string out;
+    if (style != CanvasFontStyle::Normal)
+        out += "italic ";
+    if (weight == 700)
+        out += "bold ";
+    else if (weight != 400)
+        out += std::to_string(weight) + ' ';
+    if (variant == CanvasFontVariant::SmallCaps)
+        out += "small-caps ";
+    out += formatNumber(size) + "px";
+    for (std::size_t i = 0; i < families.size(); ++i) {
+        out += i ? ", " : " ";
+        const CanvasFontFamily& family = families[i];
+        const std::string lower = asciiLower(family.name);
+        if (family.generic || (isCssIdentifier(family.name) && !isGenericFamily(lower) && !isCssWideKeyword(lower)))
+            out += family.name;
+        else
+            out += serializeCssString(family.name);
+    }
+    return out;
 }
 
-std::string CanvasFont::cacheKey() const
+std::string CanvasFont::cacheKey(bool withSize) const
 {
-    return serialization();
+    char buffer[96];
+    std::snprintf(buffer, sizeof buffer, "|%d%d%d|%.17g|", static_cast<int>(style), static_cast<int>(variant),
+                  weight, stretch);
+    std::string key;
+    if (withSize) {
+        char sizeText[32];
+        std::snprintf(sizeText, sizeof sizeText, "%.17g", size);
+        key = sizeText;
+    }
+    key += buffer;
+    for (const auto& family : families) {
+        key += family.generic ? '*' : '=';
+        key += family.name;
+        key += '\x1f';
+    }
+    return key;
 }
 
-std::optional<CanvasFont> parseCanvasFont(std::string_view)
+std::optional<CanvasFont> parseCanvasFont(std::string_view text)
 {
-    return std::nullopt;
+    // Scripts set the same few fonts over and over; long texts are never worth keeping.
+    constexpr std::size_t kCachedLength = 256;
+    static LruCache<std::string, std::optional<CanvasFont>> cache(512);
+    const bool cacheable = text.size() <= kCachedLength;
+    if (cacheable) {
+        if (auto* cached = cache.find(std::string(text)))
+            return *cached;
+    }
+    std::optional<CanvasFont> font;
+    if (auto tokens = tokenizeCss(text))
+        font = FontShorthandParser(std::move(*tokens)).parse();
+    if (cacheable)
+        cache.insert(std::string(text), font);
+    return font;
 }
 
 CanvasFont defaultCanvasFont()

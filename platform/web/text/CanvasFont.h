@@ -10,22 +10,29 @@
 enum class CanvasFontStyle { Normal, Italic, Oblique };
 enum class CanvasFontVariant { Normal, SmallCaps };
 
+// One entry of the family list: a generic family keyword ("sans-serif", "serif",
+// "monospace", "system-ui", ...), or a family name, quoted or not, as written.
+struct CanvasFontFamily {
+    std::string name;
+    bool generic = false;
+    bool operator==(const CanvasFontFamily&) const = default;
+};
+
 struct CanvasFont {
     CanvasFontStyle style = CanvasFontStyle::Normal;
     CanvasFontVariant variant = CanvasFontVariant::Normal;
     int weight = 400;       // 1 to 1000
     double stretch = 100;   // per cent of the normal width, 50 to 200
     double size = 10;       // computed size in CSS pixels, never negative
-    // Family names in order of preference; generic families ("serif", "sans-serif",
-    // "monospace", "cursive", "fantasy", "system-ui") are kept unquoted as written.
-    std::vector<std::string> families{"sans-serif"};
+    // In order of preference.
+    std::vector<CanvasFontFamily> families{{"sans-serif", true}};
 
     // The text the context's font getter returns, e.g. "italic bold 12px Arial, sans-serif".
     std::string serialization() const;
 
-    // A compact text naming every field; equal fonts have equal keys. The text layer keys
-    // its caches on it.
-    std::string cacheKey() const;
+    // A compact text naming every field (but the size, when `withSize` is false); equal
+    // fonts have equal keys. The text layer keys its caches on it.
+    std::string cacheKey(bool withSize = true) const;
 
     bool operator==(const CanvasFont&) const = default;
 };

@@ -1,13 +1,362 @@
 #include "platform/web/text/CanvasText.h"
 
-std::optional<CanvasTextAlign> parseCanvasTextAlign(std::string_view) { return std::nullopt; }
-std::optional<CanvasTextBaseline> parseCanvasTextBaseline(std::string_view) { return std::nullopt; }
-std::optional<CanvasDirection> parseCanvasDirection(std::string_view) { return std::nullopt; }
-std::optional<CanvasFontKerning> parseCanvasFontKerning(std::string_view) { return std::nullopt; }
-std::string_view toString(CanvasTextAlign) { return "start"; }
-std::string_view toString(CanvasTextBaseline) { return "alphabetic"; }
-std::string_view toString(CanvasDirection) { return "inherit"; }
-std::string_view toString(CanvasFontKerning) { return "auto"; }
-std::optional<double> parseCanvasSpacing(std::string_view, const CanvasFont&) { return std::nullopt; }
-TextMetrics measureText(std::string_view, const CanvasTextStyle&) { return {}; }
-void appendTextPath(cairo_t*, std::string_view, double, double, const CanvasTextStyle&, std::optional<double>) {}
+#include "platform/web/text/CssTokens.h"
+#include "platform/web/text/FontSelector.h"
+#include "platform/web/text/TextShaper.h"
+
+#include <cairo.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+template <typename Enum, std::size_t N>
+std::optional<Enum> lookup(const std::pair<std::string_view, Enum> (&names)[N], std::string_view text)
+{
+    for (const auto& [name, value] : names) {
+        if (name == text)
+            return value;
+    }
+    return std::nullopt;
+}
+
+template <typename Enum, std::size_t N>
+std::string_view nameOf(const std::pair<std::string_view, Enum> (&names)[N], Enum value)
+{
+    for (const auto& [name, candidate] : names) {
+        if (candidate == value)
+            return name;
+    }
+    return names[0].first;
+}
+
+const std::pair<std::string_view, CanvasTextAlign> kAligns[] = {
+    {"start", CanvasTextAlign::Start}, {"end", CanvasTextAlign::End}, {"left", CanvasTextAlign::Left},
+    {"right", CanvasTextAlign::Right}, {"center", CanvasTextAlign::Center}};
+const std::pair<std::string_view, CanvasTextBaseline> kBaselines[] = {
+    {"alphabetic", CanvasTextBaseline::Alphabetic}, {"top", CanvasTextBaseline::Top},
+    {"hanging", CanvasTextBaseline::Hanging}, {"middle", CanvasTextBaseline::Middle},
+    {"ideographic", CanvasTextBaseline::Ideographic}, {"bottom", CanvasTextBaseline::Bottom}};
+const std::pair<std::string_view, CanvasDirection> kDirections[] = {
+    {"inherit", CanvasDirection::Inherit}, {"ltr", CanvasDirection::Ltr}, {"rtl", CanvasDirection::Rtl}};
+const std::pair<std::string_view, CanvasFontKerning> kKernings[] = {
+    {"auto", CanvasFontKerning::Auto}, {"normal", CanvasFontKerning::Normal}, {"none", CanvasFontKerning::None}};
+
+// Where the hanging baseline lies for fonts that do not say: 80% of the ascent.
+constexpr double kHangingBaselineOfAscent = 0.8;
+
+double roundHalfUp(double value)
+{
+    return std::floor(value + 0.5);
+}
+
+// To the browser's layout unit, a 64th of a pixel.
+double roundToLayoutUnit(double value)
+{
+    return std::round(value * 64) / 64;
+}
+
+// The vertical metrics of the primary face at a size, rounded as the reference browser
+// rounds them: ascent and descent to whole pixels (except for tiny fonts), the em box split
+// by the OS/2 typographic ascent and descent, in layout units.
+struct VerticalMetrics {
+    double ascent = 0, descent = 0;
+    double emAscent = 0, emDescent = 0;
+};
+
+VerticalMetrics verticalMetrics(const FontFace* face, double size)
+{
+    VerticalMetrics m;
+    if (!face)
+        return m;
+    const double ascent = face->ascent() * size;
+    const double descent = face->descent() * size;
+    if (ascent < 3 || ascent + descent < 2) {
+        m.ascent = ascent;
+        m.descent = descent;
+    } else {
+        m.ascent = roundHalfUp(ascent);
+        m.descent = roundHalfUp(descent);
+    }
+    const double typoHeight = face->typoAscent() + face->typoDescent();
+    const double emDescent = typoHeight > 0 ? face->typoDescent() * size / typoHeight : descent;
+    m.emDescent = roundToLayoutUnit(emDescent);
+    m.emAscent = roundToLayoutUnit(size) - m.emDescent;
+    return m;
+}
+
+// How far below the anchor's y the alphabetic baseline lies.
+double baselineOffset(CanvasTextBaseline baseline, const VerticalMetrics& m)
+{
+    switch (baseline) {
+    case CanvasTextBaseline::Top:
+        return m.emAscent;
+    case CanvasTextBaseline::Hanging:
+        return m.ascent * kHangingBaselineOfAscent;
+    case CanvasTextBaseline::Middle:
+        return (m.emAscent - m.emDescent) / 2;
+    case CanvasTextBaseline::Alphabetic:
+        return 0;
+    case CanvasTextBaseline::Ideographic:
+        return -m.descent;
+    case CanvasTextBaseline::Bottom:
+        return -m.emDescent;
+    }
+    return 0;
+}
+
+// How far left of the anchor's x the text starts.
+double alignOffset(const CanvasTextStyle& style, double width)
+{
+    const bool rtl = style.direction == CanvasDirection::Rtl;
+    switch (style.align) {
+    case CanvasTextAlign::Left:
+        return 0;
+    case CanvasTextAlign::Right:
+        return width;
+    case CanvasTextAlign::Center:
+        return width / 2;
+    case CanvasTextAlign::Start:
+        return rtl ? width : 0;
+    case CanvasTextAlign::End:
+        return rtl ? 0 : width;
+    }
+    return 0;
+}
+
+// Up to this size the reference rasterizes glyphs through FreeType, whose sizes are whole
+// 64ths of a pixel (cut, not rounded), and rounds each glyph's ink box out to whole pixels;
+// above it glyphs are drawn as exact outlines.
+constexpr double kLargestRasterizedSize = 256;
+
+bool drawnAsOutlines(double size)
+{
+    return size > kLargestRasterizedSize;
+}
+
+// The size glyphs are laid out and drawn at.
+double glyphSize(double size)
+{
+    return drawnAsOutlines(size) ? size : std::floor(size * 64) / 64;
+}
+
+struct Layout {
+    std::shared_ptr<const ShapedText> shaped;
+    FontFace* primary = nullptr;
+    double width = 0;
+};
+
+Layout layOut(std::string_view utf8, const CanvasTextStyle& style)
+{
+    Layout layout;
+    FontSet& fonts = FontSelector::shared().fontSet(style.font);
+    layout.primary = fonts.primary();
+    const bool letterSpaced = style.letterSpacing != 0;
+    layout.shaped = shapeText(utf8, fonts, style.direction == CanvasDirection::Rtl, style.kerning, letterSpaced);
+    layout.width = layout.shaped->width(glyphSize(style.font.size), style.letterSpacing, style.wordSpacing);
+    return layout;
+}
+
+double glyphX(const ShapedGlyph& glyph, const CanvasTextStyle& style)
+{
+    return glyph.x * glyphSize(style.font.size) + glyph.letterGaps * style.letterSpacing + glyph.wordGaps * style.wordSpacing;
+}
+
+// The ink box of the text in pixels (y down, from the text's start on the baseline): each
+// glyph's control box at the size, rounded out to whole pixels, as the reference measures.
+struct InkBox {
+    double left = 0, top = 0, right = 0, bottom = 0;
+    bool empty = true;
+};
+
+InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style)
+{
+    InkBox box;
+    const double size = glyphSize(style.font.size);
+    const bool exact = drawnAsOutlines(size);
+    auto outward = [exact](double value, bool up) {
+        if (exact)
+            return value;
+        value = roundToLayoutUnit(value);
+        return up ? std::ceil(value) : std::floor(value);
+    };
+    for (const ShapedGlyph& glyph : shaped.glyphs) {
+        const GlyphOutline& outline = glyph.face->outline(glyph.glyph, size);
+        if (outline.empty())
+            continue;
+        const double scale = size * glyph.scale / glyph.face->unitsPerEm();
+        const double x = glyphX(glyph, style);
+        const double y = -glyph.y * size;
+        const double left = x + outward(outline.xMin * scale, false);
+        const double right = x + outward(outline.xMax * scale, true);
+        const double top = y + outward(-outline.yMax * scale, false);
+        const double bottom = y + outward(-outline.yMin * scale, true);
+        if (right <= left || bottom <= top)
+            continue;
+        if (box.empty) {
+            box = {left, top, right, bottom, false};
+        } else {
+            box.left = std::min(box.left, left);
+            box.top = std::min(box.top, top);
+            box.right = std::max(box.right, right);
+            box.bottom = std::max(box.bottom, bottom);
+        }
+    }
+    return box;
+}
+
+bool isAxisAligned(const cairo_matrix_t& m)
+{
+    return m.xy == 0 && m.yx == 0 && m.xx != 0 && m.yy != 0;
+}
+
+// The reference rasterizer places glyphs at quarter pixels along the baseline and at whole
+// pixels across it; doing the same in device space keeps text on the same pixels.
+void snapToDevicePixels(cairo_t* cr, double& x, double& y)
+{
+    double dx = x, dy = y;
+    cairo_user_to_device(cr, &dx, &dy);
+    if (std::abs(dx) > 1e9 || std::abs(dy) > 1e9)
+        return;
+    dx = std::floor((dx + 0.125) * 4) / 4;
+    dy = std::floor(dy + 0.5);
+    cairo_device_to_user(cr, &dx, &dy);
+    x = dx;
+    y = dy;
+}
+
+void appendOutline(cairo_t* cr, const GlyphOutline& outline, double x, double y, double scaleX, double scaleY)
+{
+    const float* p = outline.points.data();
+    for (GlyphOutline::Verb verb : outline.verbs) {
+        switch (verb) {
+        case GlyphOutline::Move:
+            cairo_move_to(cr, x + p[0] * scaleX, y - p[1] * scaleY);
+            p += 2;
+            break;
+        case GlyphOutline::Line:
+            cairo_line_to(cr, x + p[0] * scaleX, y - p[1] * scaleY);
+            p += 2;
+            break;
+        case GlyphOutline::Cubic:
+            cairo_curve_to(cr, x + p[0] * scaleX, y - p[1] * scaleY, x + p[2] * scaleX, y - p[3] * scaleY,
+                           x + p[4] * scaleX, y - p[5] * scaleY);
+            p += 6;
+            break;
+        case GlyphOutline::Close:
+            cairo_close_path(cr);
+            break;
+        }
+    }
+}
+
+} // namespace
+
+std::optional<CanvasTextAlign> parseCanvasTextAlign(std::string_view text)
+{
+    return lookup(kAligns, text);
+}
+std::optional<CanvasTextBaseline> parseCanvasTextBaseline(std::string_view text)
+{
+    return lookup(kBaselines, text);
+}
+std::optional<CanvasDirection> parseCanvasDirection(std::string_view text)
+{
+    return lookup(kDirections, text);
+}
+std::optional<CanvasFontKerning> parseCanvasFontKerning(std::string_view text)
+{
+    return lookup(kKernings, text);
+}
+std::string_view toString(CanvasTextAlign value)
+{
+    return nameOf(kAligns, value);
+}
+std::string_view toString(CanvasTextBaseline value)
+{
+    return nameOf(kBaselines, value);
+}
+std::string_view toString(CanvasDirection value)
+{
+    return nameOf(kDirections, value);
+}
+std::string_view toString(CanvasFontKerning value)
+{
+    return nameOf(kKernings, value);
+}
+
+std::optional<double> parseCanvasSpacing(std::string_view text, const CanvasFont& font)
+{
+    auto tokens = tokenizeCss(text);
+    if (!tokens || tokens->size() != 1 || (*tokens)[0].type == CssToken::Percentage)
+        return std::nullopt;
+    auto px = cssLengthInPixels((*tokens)[0], font.size);
+    if (!px || !std::isfinite(*px))
+        return std::nullopt;
+    return *px;
+}
+
+TextMetrics measureText(std::string_view utf8, const CanvasTextStyle& style)
+{
+    const Layout layout = layOut(utf8, style);
+    const VerticalMetrics v = verticalMetrics(layout.primary, style.font.size);
+    const double baseline = baselineOffset(style.baseline, v);
+    const double dx = alignOffset(style, layout.width);
+    const InkBox ink = inkBox(*layout.shaped, style);
+
+    TextMetrics m;
+    m.width = layout.width;
+    m.actualBoundingBoxLeft = -ink.left + dx;
+    m.actualBoundingBoxRight = ink.right - dx;
+    m.fontBoundingBoxAscent = v.ascent - baseline;
+    m.fontBoundingBoxDescent = v.descent + baseline;
+    m.actualBoundingBoxAscent = -ink.top - baseline;
+    m.actualBoundingBoxDescent = ink.bottom + baseline;
+    m.emHeightAscent = v.emAscent - baseline;
+    m.emHeightDescent = v.emDescent + baseline;
+    m.hangingBaseline = v.ascent * kHangingBaselineOfAscent - baseline;
+    m.alphabeticBaseline = -baseline;
+    m.ideographicBaseline = -v.descent - baseline;
+    return m;
+}
+
+void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, const CanvasTextStyle& style,
+                    std::optional<double> maxWidth)
+{
+    if (!cr || !std::isfinite(x) || !std::isfinite(y))
+        return;
+    if (maxWidth && (!std::isfinite(*maxWidth) || *maxWidth <= 0))
+        return;
+    if (!(style.font.size > 0) || utf8.empty())
+        return;
+    const Layout layout = layOut(utf8, style);
+    if (layout.shaped->glyphs.empty())
+        return;
+
+    double squeeze = 1;
+    double width = layout.width;
+    if (maxWidth && *maxWidth < width) {
+        squeeze = *maxWidth / width;
+        width = *maxWidth;
+    }
+    const VerticalMetrics v = verticalMetrics(layout.primary, style.font.size);
+    const double startX = x - alignOffset(style, width);
+    const double baselineY = y + baselineOffset(style.baseline, v);
+
+    cairo_matrix_t ctm;
+    cairo_get_matrix(cr, &ctm);
+    const bool snap = isAxisAligned(ctm);
+    const double size = glyphSize(style.font.size);
+    for (const ShapedGlyph& glyph : layout.shaped->glyphs) {
+        const GlyphOutline& outline = glyph.face->outline(glyph.glyph, size);
+        if (outline.empty())
+            continue;
+        double gx = startX + glyphX(glyph, style) * squeeze;
+        double gy = baselineY - glyph.y * size;
+        if (snap)
+            snapToDevicePixels(cr, gx, gy);
+        const double scale = size * glyph.scale / glyph.face->unitsPerEm();
+        appendOutline(cr, outline, gx, gy, scale * squeeze, scale);
+    }
+}

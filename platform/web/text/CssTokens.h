@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The few CSS tokens a font shorthand or a spacing length is made of.
+struct CssToken {
+    enum Type { Ident, String, Number, Percentage, Dimension, Slash, Comma };
+    Type type = Ident;
+    std::string text;  // identifier, string contents or unit, unescaped
+    double number = 0;
+    bool integer = false;  // a number written without a fraction or exponent
+};
+
+// Splits `text` into tokens, dropping white space and comments. Gives nothing for text that
+// holds anything else (functions, brackets, stray delimiters, a string broken by a newline).
+std::optional<std::vector<CssToken>> tokenizeCss(std::string_view text);
+
+// ASCII lower case, as CSS keywords and units compare.
+std::string asciiLower(std::string_view);
+
+// Whether `name` can be written as one CSS identifier, without quotes.
+bool isCssIdentifier(std::string_view name);
+
+// Serializes `text` as a CSS string in double quotes.
+std::string serializeCssString(std::string_view text);
+
+// The value of a length token in CSS pixels, or nothing when the token is not a length.
+// `em` is the size em and percentages refer to; other font-relative units come from the
+// default canvas font; viewport units from a nominal 1280 by 720 viewport.
+std::optional<double> cssLengthInPixels(const CssToken& token, double em);

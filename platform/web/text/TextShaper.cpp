@@ -1,0 +1,249 @@
+#include "platform/web/text/TextShaper.h"
+
+#include "platform/web/text/LruCache.h"
+
+#include <glib.h>
+#include <hb.h>
+#include <pango/pango.h>
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+// The reduction browsers apply to lower-case letters drawn as synthesized small capitals.
+constexpr float kSmallCapsScale = 0.7f;
+
+std::u32string decodeUtf8(std::string_view text)
+{
+    std::u32string out;
+    out.reserve(std::min(text.size(), kMaximumTextLength));
+    std::size_t i = 0;
+    while (i < text.size() && out.size() < kMaximumTextLength) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        int length = 0;
+        char32_t c = 0, minimum = 0;
+        if (byte < 0x80) {
+            out += byte;
+            ++i;
+            continue;
+        } else if ((byte & 0xE0) == 0xC0) {
+            length = 2, c = byte & 0x1F, minimum = 0x80;
+        } else if ((byte & 0xF0) == 0xE0) {
+            length = 3, c = byte & 0x0F, minimum = 0x800;
+        } else if ((byte & 0xF8) == 0xF0) {
+            length = 4, c = byte & 0x07, minimum = 0x10000;
+        }
+        int taken = 1;
+        bool valid = length > 0;
+        for (; valid && taken < length; ++taken) {
+            if (i + taken >= text.size() || (static_cast<unsigned char>(text[i + taken]) & 0xC0) != 0x80) {
+                valid = false;
+                break;
+            }
+            c = (c << 6) | (static_cast<unsigned char>(text[i + taken]) & 0x3F);
+        }
+        if (valid && (c < minimum || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)))
+            valid = false;
+        out += valid ? c : U'\uFFFD';
+        i += valid ? length : std::max(taken, 1);
+    }
+    return out;
+}
+
+// ASCII white space becomes a space before layout, as canvas text requires.
+void replaceWhitespace(std::u32string& text)
+{
+    for (char32_t& c : text) {
+        if (c == '\t' || c == '\n' || c == '\f' || c == '\r')
+            c = ' ';
+    }
+}
+
+bool mayNeedBidi(const std::u32string& text)
+{
+    return std::any_of(text.begin(), text.end(), [](char32_t c) { return c >= 0x0590; });
+}
+
+// Embedding levels per character by the Unicode bidirectional algorithm.
+std::vector<std::uint8_t> bidiLevels(const std::u32string& text, bool rtl)
+{
+    std::vector<std::uint8_t> levels(text.size(), rtl ? 1 : 0);
+    if (!mayNeedBidi(text) || text.empty())
+        return levels;
+    glong written = 0;
+    gchar* utf8 = g_ucs4_to_utf8(reinterpret_cast<const gunichar*>(text.data()), static_cast<glong>(text.size()),
+                                 nullptr, &written, nullptr);
+    if (!utf8)
+        return levels;
+    PangoDirection direction = rtl ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR;
+    guint8* computed = pango_log2vis_get_embedding_levels(utf8, static_cast<int>(written), &direction);
+    if (computed) {
+        std::copy(computed, computed + text.size(), levels.begin());
+        g_free(computed);
+    }
+    g_free(utf8);
+    return levels;
+}
+
+// Characters that belong to the cluster before them and so stay in its face.
+bool joinsPrevious(char32_t c)
+{
+    return g_unichar_ismark(c) || c == 0x200C || c == 0x200D || (c >= 0xFE00 && c <= 0xFE0F)
+        || (c >= 0xE0100 && c <= 0xE01EF);
+}
+
+bool isWordSeparator(char32_t c)
+{
+    return c == ' ' || c == 0xA0;
+}
+
+struct Run {
+    std::size_t start, end;
+    FontFace* face;
+    float scale;
+    std::uint8_t level;
+};
+
+// Orders runs left to right: from the highest level down to the lowest odd one, every
+// maximal sequence at that level or above is reversed.
+void reorderRuns(std::vector<Run>& runs)
+{
+    if (runs.empty())
+        return;
+    std::uint8_t highest = 0, lowestOdd = 255;
+    for (const Run& run : runs) {
+        highest = std::max(highest, run.level);
+        if (run.level & 1)
+            lowestOdd = std::min(lowestOdd, run.level);
+    }
+    for (int level = highest; level >= lowestOdd && level > 0; --level) {
+        for (std::size_t i = 0; i < runs.size();) {
+            if (runs[i].level < level) {
+                ++i;
+                continue;
+            }
+            std::size_t j = i;
+            while (j < runs.size() && runs[j].level >= level)
+                ++j;
+            std::reverse(runs.begin() + static_cast<long>(i), runs.begin() + static_cast<long>(j));
+            i = j;
+        }
+    }
+}
+
+ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKerning kerning, bool letterSpaced)
+{
+    ShapedText result;
+    std::u32string text = decodeUtf8(utf8);
+    replaceWhitespace(text);
+    if (text.empty() || !fonts.primary())
+        return result;
+    const std::vector<std::uint8_t> levels = bidiLevels(text, rtl);
+
+    // What is shaped: the text, with lower-case letters raised when small capitals are made up.
+    std::u32string shaped = text;
+    std::vector<Run> runs;
+    FontFace* previousFace = nullptr;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        float scale = 1;
+        if (fonts.syntheticSmallCaps() && g_unichar_islower(text[i])) {
+            const char32_t upper = g_unichar_toupper(text[i]);
+            if (upper != text[i]) {
+                shaped[i] = upper;
+                scale = kSmallCapsScale;
+            }
+        }
+        FontFace* face = (previousFace && joinsPrevious(text[i])) ? previousFace : fonts.faceFor(shaped[i]);
+        if (!face)
+            return result;
+        previousFace = face;
+        if (!runs.empty() && runs.back().face == face && runs.back().scale == scale && runs.back().level == levels[i])
+            runs.back().end = i + 1;
+        else
+            runs.push_back({i, i + 1, face, scale, levels[i]});
+    }
+    reorderRuns(runs);
+
+    std::vector<hb_feature_t> features;
+    if (kerning == CanvasFontKerning::None)
+        features.push_back({HB_TAG('k', 'e', 'r', 'n'), 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END});
+    if (letterSpaced) {
+        // Letter-spaced text is never joined into ligatures.
+        for (hb_tag_t tag : {HB_TAG('l', 'i', 'g', 'a'), HB_TAG('c', 'l', 'i', 'g'), HB_TAG('d', 'l', 'i', 'g')})
+            features.push_back({tag, 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END});
+    }
+
+    hb_buffer_t* buffer = hb_buffer_create();
+    double pen = 0;
+    std::uint32_t letterGaps = 0, wordGaps = 0;
+    for (const Run& run : runs) {
+        hb_buffer_clear_contents(buffer);
+        hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(shaped.data()),
+                            static_cast<int>(shaped.size()), static_cast<unsigned>(run.start),
+                            static_cast<int>(run.end - run.start));
+        hb_buffer_set_direction(buffer, (run.level & 1) ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
+        hb_buffer_guess_segment_properties(buffer);
+        hb_shape(run.face->hbFont(), buffer, features.data(), static_cast<unsigned>(features.size()));
+
+        unsigned count = 0;
+        const hb_glyph_info_t* infos = hb_buffer_get_glyph_infos(buffer, &count);
+        const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(buffer, &count);
+        const double unit = run.scale / run.face->unitsPerEm();
+        for (unsigned g = 0; g < count; ++g) {
+            ShapedGlyph glyph;
+            glyph.face = run.face;
+            glyph.glyph = infos[g].codepoint;
+            glyph.scale = run.scale;
+            glyph.x = pen + positions[g].x_offset * unit;
+            glyph.y = positions[g].y_offset * unit;
+            glyph.letterGaps = letterGaps;
+            glyph.wordGaps = wordGaps;
+            result.glyphs.push_back(glyph);
+            pen += positions[g].x_advance * unit;
+            // Spacing goes after each cluster: where the next glyph starts another one.
+            if (g + 1 == count || infos[g + 1].cluster != infos[g].cluster) {
+                ++letterGaps;
+                if (isWordSeparator(text[infos[g].cluster]))
+                    ++wordGaps;
+            }
+        }
+    }
+    hb_buffer_destroy(buffer);
+    result.advance = pen;
+    result.letterGaps = letterGaps;
+    result.wordGaps = wordGaps;
+    return result;
+}
+
+constexpr std::size_t kCachedTextLength = 512;
+
+LruCache<std::string, std::shared_ptr<const ShapedText>>& shapedTextCache()
+{
+    static LruCache<std::string, std::shared_ptr<const ShapedText>> cache(1024);
+    return cache;
+}
+
+} // namespace
+
+std::shared_ptr<const ShapedText> shapeText(std::string_view utf8, FontSet& fonts, bool rtl,
+                                            CanvasFontKerning kerning, bool letterSpaced)
+{
+    if (utf8.size() > kCachedTextLength)
+        return std::make_shared<const ShapedText>(shape(utf8, fonts, rtl, kerning, letterSpaced));
+    std::string key = std::to_string(fonts.id());
+    key += rtl ? 'r' : 'l';
+    key += static_cast<char>('0' + static_cast<int>(kerning));
+    key += letterSpaced ? 's' : '-';
+    key += '|';
+    key += utf8;
+    auto& cache = shapedTextCache();
+    if (auto* cached = cache.find(key))
+        return *cached;
+    return cache.insert(key, std::make_shared<const ShapedText>(shape(utf8, fonts, rtl, kerning, letterSpaced)));
+}
+
+void clearShapedTextCache()
+{
+    shapedTextCache().clear();
+}
