@@ -39,7 +39,7 @@ export function requireTool(name) {
       fs.writeFileSync(path.join(dir, 'package.json'), '{ "private": true }\n');
     }
     process.stderr.write(`installing ${name}@${version} into ${dir}\n`);
-    execFileSync('npm', ['install', '--prefix', dir, '--no-audit', '--no-fund', `${name}@${version}`],
+    execFileSync('npm', ['install', '--prefix', dir, '--save-exact', '--no-audit', '--no-fund', `${name}@${version}`],
                  { stdio: ['ignore', 'ignore', 'inherit'] });
   }
   return createRequire(path.join(dir, 'package.json'))(name);
