@@ -6,6 +6,8 @@
 #include "platform/web/css/CSSColor.h"
 #include "platform/web/text/CanvasText.h"
 
+#include <cairo.h>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,9 +25,16 @@ struct CanvasTextDrawingState {
     static const std::shared_ptr<const CanvasTextDrawingState>& initial();
 };
 
-// Everything save() pushes and restore() pops, with the standard's initial values. The
-// clipping region is the one part kept elsewhere: in the Cairo context's own state, saved and
-// restored alongside this.
+// One clip() call: the region is the intersection of a node's path with its parent's region.
+// Saved states share the chain.
+struct CanvasClip {
+    std::shared_ptr<const CanvasClip> parent;
+    std::vector<cairo_path_data_t> path; // device space
+    cairo_fill_rule_t fillRule = CAIRO_FILL_RULE_WINDING;
+};
+
+// Everything save() pushes and restore() pops, with the standard's initial values. Cheap to
+// copy: the text state and the clip are shared until changed.
 struct CanvasDrawingState {
     AffineTransform transform;
     CanvasPaintStyle fillStyle;
@@ -46,4 +55,5 @@ struct CanvasDrawingState {
     double lineDashOffset = 0;
     std::string filter = "none";
     std::shared_ptr<const CanvasTextDrawingState> text = CanvasTextDrawingState::initial();
+    std::shared_ptr<const CanvasClip> clip; // none: the whole canvas
 };

@@ -72,7 +72,7 @@ private:
     void addCurveTo(Point c1, Point c2, Point p);
     // An elliptical arc in user space, from the given start angle sweeping `sweep` radians.
     void addArc(double cx, double cy, double rx, double ry, double rotation, double start, double sweep, bool connect);
-    void addRoundRectCorners(double x, double y, double w, double h, const RoundRectRadius (&r)[4]);
+    void addRoundRectCorners(double x, double y, double w, double h, const RoundRectRadius (&r)[4], bool reversed);
 
     std::vector<cairo_path_data_t> data_;
     bool hasSubpath_ = false;

@@ -17,10 +17,13 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 class CanvasGradient;
 class CanvasImageSource;
+struct CanvasImagePaint;
+struct CanvasShape;
 class CanvasPattern;
 class Path2D;
 
@@ -182,12 +185,26 @@ protected:
     bool acceptsPathCalls() const override { return state_.transform.isInvertible(); }
 
 private:
+    // The Cairo context on the canvas's bitmap with the current clip applied; null when the
+    // canvas has no bitmap.
     cairo_t* cairo();
     void releaseCairo();
+    // A tiny context for hit testing, which must work even without a bitmap.
+    cairo_t* scratchCairo();
+    void paint(const CanvasShape& shape, const std::variant<const CanvasPaintStyle*, CanvasImagePaint>& source);
+    void fillOrStroke(std::span<const cairo_path_data_t> path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
+    void addClip(std::vector<cairo_path_data_t> devicePath, CanvasFillRule fillRule);
+    void drawText(std::string_view text, double x, double y, std::optional<double> maxWidth, bool stroke);
+    // Sets `style` from a CanvasStyle value, leaving it alone for text that is not a colour.
+    static void setStyle(CanvasPaintStyle& style, const CanvasStyle& value);
+    static CanvasStyle styleValue(const CanvasPaintStyle& style);
+    std::shared_ptr<CanvasTextDrawingState> mutableText();
 
     HTMLCanvasElement& canvas_;
     CanvasRenderingContext2DSettings settings_;
     CanvasDrawingState state_;
     std::vector<CanvasDrawingState> stateStack_;
     cairo_t* cairo_ = nullptr;
+    std::shared_ptr<const CanvasClip> appliedClip_;
+    cairo_t* scratchCairo_ = nullptr;
 };

@@ -1,26 +1,113 @@
 #include "platform/web/canvas/HTMLCanvasElement.h"
 
+#include "platform/core/Base64.h"
 #include "platform/web/canvas/CanvasRenderingContext2D.h"
+#include "platform/web/image/PNGEncoder.h"
 
-std::shared_ptr<HTMLCanvasElement> HTMLCanvasElement::create() { return std::make_shared<HTMLCanvasElement>(Token{}); }
+#include <cstring>
+
+namespace {
+
+// Reflected unsigned attributes fall back to their default above the signed 32-bit range.
+constexpr unsigned kMaxReflectedValue = 2147483647u;
+
+} // namespace
+
+std::shared_ptr<HTMLCanvasElement> HTMLCanvasElement::create()
+{
+    return std::make_shared<HTMLCanvasElement>(Token{});
+}
+
 HTMLCanvasElement::HTMLCanvasElement(Token) {}
+
 HTMLCanvasElement::~HTMLCanvasElement()
 {
     context_.reset();
     if (surface_)
         cairo_surface_destroy(surface_);
 }
-void HTMLCanvasElement::setWidth(unsigned width) { width_ = width; resetBitmap(); }
-void HTMLCanvasElement::setHeight(unsigned height) { height_ = height; resetBitmap(); }
+
+void HTMLCanvasElement::setWidth(unsigned width)
+{
+    width_ = width > kMaxReflectedValue ? kDefaultWidth : width;
+    resetBitmap();
+}
+
+void HTMLCanvasElement::setHeight(unsigned height)
+{
+    height_ = height > kMaxReflectedValue ? kDefaultHeight : height;
+    resetBitmap();
+}
+
+void HTMLCanvasElement::resetBitmap()
+{
+    if (context_)
+        context_->resetToInitialState();
+    if (!surface_)
+        return;
+    bool sameSize = hasBitmap() && cairo_image_surface_get_width(surface_) == int(width_)
+        && cairo_image_surface_get_height(surface_) == int(height_);
+    if (sameSize) {
+        // Keep the allocation; a reset bitmap is transparent (or, opaque, black) all over.
+        cairo_surface_flush(surface_);
+        std::memset(cairo_image_surface_get_data(surface_), 0,
+                    std::size_t(cairo_image_surface_get_stride(surface_)) * height_);
+        cairo_surface_mark_dirty(surface_);
+        return;
+    }
+    cairo_surface_destroy(surface_);
+    surface_ = nullptr;
+}
+
 CanvasRenderingContext2D* HTMLCanvasElement::getContext2d(const CanvasRenderingContext2DSettings& settings)
 {
-    if (!context_)
+    if (!context_) {
+        if (!settings.alpha && surface_) {
+            cairo_surface_destroy(surface_);
+            surface_ = nullptr;
+        }
+        opaque_ = !settings.alpha;
         context_ = std::make_unique<CanvasRenderingContext2D>(*this, settings);
+    }
     return context_.get();
 }
-std::string HTMLCanvasElement::toDataURL(std::string_view, std::optional<double>) { return "data:,"; }
-std::string HTMLCanvasElement::toPNG() { return {}; }
-bool HTMLCanvasElement::hasBitmap() const { return false; }
-cairo_surface_t* HTMLCanvasElement::bitmap() { return nullptr; }
-ExceptionOr<bool> HTMLCanvasElement::checkUsability() const { return false; }
-void HTMLCanvasElement::resetBitmap() {}
+
+bool HTMLCanvasElement::hasBitmap() const
+{
+    return width_ > 0 && height_ > 0 && width_ <= kMaxSide && height_ <= kMaxSide
+        && static_cast<unsigned long>(width_) * height_ <= kMaxArea;
+}
+
+cairo_surface_t* HTMLCanvasElement::bitmap()
+{
+    if (surface_ || !hasBitmap())
+        return surface_;
+    surface_ = cairo_image_surface_create(opaque_ ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, int(width_), int(height_));
+    if (cairo_surface_status(surface_) != CAIRO_STATUS_SUCCESS) {
+        cairo_surface_destroy(surface_);
+        surface_ = nullptr;
+    }
+    return surface_;
+}
+
+std::string HTMLCanvasElement::toPNG()
+{
+    cairo_surface_t* surface = bitmap();
+    return surface ? encodePNG(surface) : std::string();
+}
+
+std::string HTMLCanvasElement::toDataURL(std::string_view, std::optional<double>)
+{
+    // Every type is written as PNG, which the standard allows for types one does not support.
+    std::string png = toPNG();
+    if (png.empty())
+        return "data:,";
+    return "data:image/png;base64," + Base64::encode(reinterpret_cast<const std::uint8_t*>(png.data()), png.size());
+}
+
+ExceptionOr<bool> HTMLCanvasElement::checkUsability() const
+{
+    if (width_ == 0 || height_ == 0)
+        return DOMException{"InvalidStateError", "The image argument is a canvas element with a width or height of 0."};
+    return true;
+}

@@ -1,13 +1,47 @@
 #include "platform/web/canvas/ImageData.h"
 
+#include <new>
+
+namespace {
+
+// Larger pixel arrays than this are refused, as script engines refuse such typed arrays.
+constexpr std::size_t kMaxBytes = std::size_t(1) << 31;
+
+} // namespace
+
 ImageData::ImageData(std::shared_ptr<std::uint8_t> data, unsigned width, unsigned height, PredefinedColorSpace colorSpace)
-    : data_(std::move(data)), width_(width), height_(height), colorSpace_(colorSpace) {}
-ExceptionOr<std::shared_ptr<ImageData>> ImageData::create(unsigned, unsigned, const ImageDataSettings&)
+    : data_(std::move(data)), width_(width), height_(height), colorSpace_(colorSpace)
 {
-    return DOMException{"IndexSizeError", "not implemented"};
 }
-ExceptionOr<std::shared_ptr<ImageData>> ImageData::create(std::uint8_t*, std::size_t, unsigned, std::optional<unsigned>,
-                                                          std::shared_ptr<void>, const ImageDataSettings&)
+
+ExceptionOr<std::shared_ptr<ImageData>> ImageData::create(unsigned sw, unsigned sh, const ImageDataSettings& settings)
 {
-    return DOMException{"IndexSizeError", "not implemented"};
+    if (sw == 0 || sh == 0)
+        return DOMException{"IndexSizeError", "The source width and height must be non-zero."};
+    std::size_t bytes = std::size_t(sw) * sh * 4;
+    if (bytes / 4 / sw != sh || bytes > kMaxBytes)
+        return DOMException{"RangeError", "The ImageData is too large."};
+    auto* storage = new (std::nothrow) std::uint8_t[bytes]();
+    if (!storage)
+        return DOMException{"RangeError", "Out of memory at ImageData creation."};
+    std::shared_ptr<std::uint8_t> data(storage, std::default_delete<std::uint8_t[]>());
+    return std::make_shared<ImageData>(std::move(data), sw, sh, settings.colorSpace);
+}
+
+ExceptionOr<std::shared_ptr<ImageData>> ImageData::create(std::uint8_t* data, std::size_t length, unsigned sw,
+                                                          std::optional<unsigned> sh, std::shared_ptr<void> keepAlive,
+                                                          const ImageDataSettings& settings)
+{
+    if (length == 0 || length % 4 != 0)
+        return DOMException{"InvalidStateError", "The input data length is not a non-zero multiple of 4."};
+    std::size_t pixels = length / 4;
+    if (sw == 0 || pixels % sw != 0)
+        return DOMException{"IndexSizeError", "The input data length is not a multiple of (4 * width)."};
+    std::size_t height = pixels / sw;
+    if (sh && *sh != height)
+        return DOMException{"IndexSizeError", "The input data length is not equal to (4 * width * height)."};
+    if (height > 0xffffffffu)
+        return DOMException{"RangeError", "The ImageData is too large."};
+    std::shared_ptr<std::uint8_t> aliased(std::move(keepAlive), data);
+    return std::make_shared<ImageData>(std::move(aliased), sw, unsigned(height), settings.colorSpace);
 }

@@ -1,3 +1,302 @@
 #include "platform/web/css/CSSTransform.h"
 
-std::optional<CSSTransformMatrix> parseCSSTransformList(std::string_view) { return {}; }
+#include "platform/web/css/CSSScanner.h"
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Matrix = std::array<std::array<double, 4>, 4>;
+using Numeric = CSSScanner::Numeric;
+
+constexpr Matrix kIdentity = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
+
+Matrix multiply(const Matrix& a, const Matrix& b)
+{
+    Matrix result{};
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < 4; ++j) {
+            double sum = 0;
+            for (int k = 0; k < 4; ++k)
+                sum += a[i][k] * b[k][j];
+            result[i][j] = sum;
+        }
+    }
+    return result;
+}
+
+// Absolute lengths in px; relative ones (em, %, vw, ...) cannot be resolved without a document.
+std::optional<double> toPixels(const Numeric& n)
+{
+    if (n.isNumber())
+        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
+    if (n.type != Numeric::Type::Dimension)
+        return {};
+    if (n.unit == "px")
+        return n.value;
+    if (n.unit == "in")
+        return n.value * 96;
+    if (n.unit == "cm")
+        return n.value * 96 / 2.54;
+    if (n.unit == "mm")
+        return n.value * 96 / 25.4;
+    if (n.unit == "q")
+        return n.value * 96 / 101.6;
+    if (n.unit == "pt")
+        return n.value * 96 / 72;
+    if (n.unit == "pc")
+        return n.value * 16;
+    return {};
+}
+
+std::optional<double> toRadians(const Numeric& n)
+{
+    if (n.isNumber())
+        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
+    if (n.type != Numeric::Type::Dimension)
+        return {};
+    if (n.unit == "deg")
+        return n.value * M_PI / 180;
+    if (n.unit == "rad")
+        return n.value;
+    if (n.unit == "grad")
+        return n.value * M_PI / 200;
+    if (n.unit == "turn")
+        return n.value * 2 * M_PI;
+    return {};
+}
+
+// scale() takes numbers and, since Transforms 2, percentages.
+std::optional<double> toFactor(const Numeric& n)
+{
+    if (n.isNumber())
+        return n.value;
+    if (n.isPercentage())
+        return n.value / 100;
+    return {};
+}
+
+std::optional<std::vector<Numeric>> parseArguments(CSSScanner& scanner)
+{
+    std::vector<Numeric> args;
+    scanner.skipWhitespace();
+    if (scanner.consume(')'))
+        return args;
+    while (true) {
+        scanner.skipWhitespace();
+        auto n = scanner.numeric();
+        if (!n)
+            return {};
+        args.push_back(*n);
+        scanner.skipWhitespace();
+        if (scanner.consume(')'))
+            return args;
+        if (!scanner.consume(','))
+            return {};
+    }
+}
+
+Matrix translation(double x, double y, double z)
+{
+    Matrix m = kIdentity;
+    m[0][3] = x;
+    m[1][3] = y;
+    m[2][3] = z;
+    return m;
+}
+
+Matrix scaling(double x, double y, double z)
+{
+    Matrix m = kIdentity;
+    m[0][0] = x;
+    m[1][1] = y;
+    m[2][2] = z;
+    return m;
+}
+
+Matrix skewing(double ax, double ay)
+{
+    Matrix m = kIdentity;
+    m[0][1] = std::tan(ax);
+    m[1][0] = std::tan(ay);
+    return m;
+}
+
+// The rotation of `angle` radians about the axis (x, y, z), as CSS rotate3d() defines it.
+Matrix rotation(double x, double y, double z, double angle)
+{
+    double length = std::sqrt(x * x + y * y + z * z);
+    if (length == 0 || !std::isfinite(length))
+        return kIdentity;
+    x /= length;
+    y /= length;
+    z /= length;
+    double s = std::sin(angle / 2);
+    double sc = s * std::cos(angle / 2);
+    double sq = s * s;
+    Matrix m = kIdentity;
+    m[0][0] = 1 - 2 * (y * y + z * z) * sq;
+    m[1][0] = 2 * (x * y * sq + z * sc);
+    m[2][0] = 2 * (x * z * sq - y * sc);
+    m[0][1] = 2 * (x * y * sq - z * sc);
+    m[1][1] = 1 - 2 * (x * x + z * z) * sq;
+    m[2][1] = 2 * (y * z * sq + x * sc);
+    m[0][2] = 2 * (x * z * sq + y * sc);
+    m[1][2] = 2 * (y * z * sq - x * sc);
+    m[2][2] = 1 - 2 * (x * x + y * y) * sq;
+    return m;
+}
+
+// One transform function; its name is already read, the scanner is inside the parentheses.
+std::optional<Matrix> parseFunction(const std::string& name, CSSScanner& scanner, bool& is2D)
+{
+    auto args = parseArguments(scanner);
+    if (!args)
+        return {};
+    const auto& a = *args;
+    auto count = a.size();
+    auto lengths = [&](std::vector<double>& out) {
+        for (const auto& n : a) {
+            auto px = toPixels(n);
+            if (!px)
+                return false;
+            out.push_back(*px);
+        }
+        return true;
+    };
+    std::vector<double> v;
+
+    if (name == "matrix" || name == "matrix3d") {
+        bool flat = name == "matrix";
+        if (count != (flat ? 6u : 16u))
+            return {};
+        for (const auto& n : a) {
+            if (!n.isNumber())
+                return {};
+            v.push_back(n.value);
+        }
+        Matrix m = kIdentity;
+        if (flat) {
+            m[0][0] = v[0], m[1][0] = v[1], m[0][1] = v[2], m[1][1] = v[3], m[0][3] = v[4], m[1][3] = v[5];
+        } else {
+            is2D = false;
+            for (int column = 0; column < 4; ++column)
+                for (int row = 0; row < 4; ++row)
+                    m[row][column] = v[column * 4 + row];
+        }
+        return m;
+    }
+    if (name == "translate" || name == "translatex" || name == "translatey" || name == "translatez" || name == "translate3d") {
+        if (!lengths(v))
+            return {};
+        if (name == "translate" && (count == 1 || count == 2))
+            return translation(v[0], count == 2 ? v[1] : 0, 0);
+        if (count == 1 && name == "translatex")
+            return translation(v[0], 0, 0);
+        if (count == 1 && name == "translatey")
+            return translation(0, v[0], 0);
+        is2D = false;
+        if (count == 1 && name == "translatez")
+            return translation(0, 0, v[0]);
+        if (count == 3 && name == "translate3d")
+            return translation(v[0], v[1], v[2]);
+        return {};
+    }
+    if (name == "scale" || name == "scalex" || name == "scaley" || name == "scalez" || name == "scale3d") {
+        for (const auto& n : a) {
+            auto factor = toFactor(n);
+            if (!factor)
+                return {};
+            v.push_back(*factor);
+        }
+        if (name == "scale" && (count == 1 || count == 2))
+            return scaling(v[0], count == 2 ? v[1] : v[0], 1);
+        if (count == 1 && name == "scalex")
+            return scaling(v[0], 1, 1);
+        if (count == 1 && name == "scaley")
+            return scaling(1, v[0], 1);
+        is2D = false;
+        if (count == 1 && name == "scalez")
+            return scaling(1, 1, v[0]);
+        if (count == 3 && name == "scale3d")
+            return scaling(v[0], v[1], v[2]);
+        return {};
+    }
+    if (name == "rotate" || name == "rotatex" || name == "rotatey" || name == "rotatez") {
+        if (count != 1)
+            return {};
+        auto angle = toRadians(a[0]);
+        if (!angle)
+            return {};
+        if (name != "rotate")
+            is2D = false;
+        if (name == "rotatex")
+            return rotation(1, 0, 0, *angle);
+        if (name == "rotatey")
+            return rotation(0, 1, 0, *angle);
+        return rotation(0, 0, 1, *angle);
+    }
+    if (name == "rotate3d") {
+        if (count != 4 || !a[0].isNumber() || !a[1].isNumber() || !a[2].isNumber())
+            return {};
+        auto angle = toRadians(a[3]);
+        if (!angle)
+            return {};
+        is2D = false;
+        return rotation(a[0].value, a[1].value, a[2].value, *angle);
+    }
+    if (name == "skew" || name == "skewx" || name == "skewy") {
+        for (const auto& n : a) {
+            auto angle = toRadians(n);
+            if (!angle)
+                return {};
+            v.push_back(*angle);
+        }
+        if (name == "skew" && (count == 1 || count == 2))
+            return skewing(v[0], count == 2 ? v[1] : 0);
+        if (count == 1 && name == "skewx")
+            return skewing(v[0], 0);
+        if (count == 1 && name == "skewy")
+            return skewing(0, v[0]);
+        return {};
+    }
+    if (name == "perspective") {
+        if (count != 1 || !lengths(v) || v[0] < 0)
+            return {};
+        is2D = false;
+        Matrix m = kIdentity;
+        m[3][2] = -1 / std::max(v[0], 1.0);
+        return m;
+    }
+    return {};
+}
+
+} // namespace
+
+std::optional<CSSTransformMatrix> parseCSSTransformList(std::string_view text)
+{
+    CSSTransformMatrix result{kIdentity, true};
+    CSSScanner scanner(text);
+    scanner.skipWhitespace();
+    if (scanner.atEnd())
+        return {};
+    std::size_t start = scanner.position();
+    if (auto keyword = scanner.identifier(); keyword && *keyword == "none") {
+        scanner.skipWhitespace();
+        return scanner.atEnd() ? std::optional(result) : std::nullopt;
+    }
+    scanner.rewind(start);
+    while (!scanner.atEnd()) {
+        auto name = scanner.functionName();
+        if (!name)
+            return {};
+        auto m = parseFunction(*name, scanner, result.is2D);
+        if (!m)
+            return {};
+        result.m = multiply(result.m, *m);
+        scanner.skipWhitespace();
+    }
+    return result;
+}

@@ -81,10 +81,11 @@ public:
     DOMMatrixInit toJSON() const;
 
     // Element access in column-vector convention for code that works with matrices directly.
+    using Elements = std::array<std::array<double, 4>, 4>;
     double at(int row, int column) const { return m_[row][column]; }
+    const Elements& elements() const { return m_; }
 
 protected:
-    using Elements = std::array<std::array<double, 4>, 4>;
     static constexpr Elements kIdentity = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
 
     // this = this * other (other applied to a point first).

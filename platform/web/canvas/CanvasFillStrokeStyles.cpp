@@ -1,0 +1,78 @@
+#include "platform/web/canvas/CanvasRenderingContext2D.h"
+
+#include "platform/web/canvas/CanvasGradient.h"
+#include "platform/web/canvas/CanvasPattern.h"
+
+#include <cmath>
+
+namespace {
+
+bool finite(std::initializer_list<double> values)
+{
+    for (double v : values) {
+        if (!std::isfinite(v))
+            return false;
+    }
+    return true;
+}
+
+DOMException nonFinite() { return DOMException{"TypeError", "The provided double value is non-finite."}; }
+
+} // namespace
+
+void CanvasRenderingContext2D::setStyle(CanvasPaintStyle& style, const CanvasStyle& value)
+{
+    if (auto* text = std::get_if<std::string>(&value)) {
+        if (auto color = parseCSSColor(*text))
+            style = CanvasPaintStyle{*color, nullptr, nullptr};
+    } else if (auto* gradient = std::get_if<std::shared_ptr<CanvasGradient>>(&value)) {
+        if (*gradient)
+            style = CanvasPaintStyle{{0, 0, 0, 255}, *gradient, nullptr};
+    } else if (auto* pattern = std::get_if<std::shared_ptr<CanvasPattern>>(&value)) {
+        if (*pattern)
+            style = CanvasPaintStyle{{0, 0, 0, 255}, nullptr, *pattern};
+    }
+}
+
+CanvasStyle CanvasRenderingContext2D::styleValue(const CanvasPaintStyle& style)
+{
+    if (style.gradient)
+        return style.gradient;
+    if (style.pattern)
+        return style.pattern;
+    return serializeCanvasColor(style.color);
+}
+
+CanvasStyle CanvasRenderingContext2D::strokeStyle() const { return styleValue(state_.strokeStyle); }
+void CanvasRenderingContext2D::setStrokeStyle(const CanvasStyle& style) { setStyle(state_.strokeStyle, style); }
+CanvasStyle CanvasRenderingContext2D::fillStyle() const { return styleValue(state_.fillStyle); }
+void CanvasRenderingContext2D::setFillStyle(const CanvasStyle& style) { setStyle(state_.fillStyle, style); }
+
+ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createLinearGradient(double x0, double y0, double x1, double y1)
+{
+    if (!finite({x0, y0, x1, y1}))
+        return nonFinite();
+    return CanvasGradient::createLinear(x0, y0, x1, y1);
+}
+
+ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createRadialGradient(double x0, double y0, double r0,
+                                                                                           double x1, double y1, double r1)
+{
+    if (!finite({x0, y0, r0, x1, y1, r1}))
+        return nonFinite();
+    if (r0 < 0 || r1 < 0)
+        return DOMException{"IndexSizeError", "The radius provided is negative."};
+    return CanvasGradient::createRadial(x0, y0, r0, x1, y1, r1);
+}
+
+ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createConicGradient(double startAngle, double x, double y)
+{
+    if (!finite({startAngle, x, y}))
+        return nonFinite();
+    return CanvasGradient::createConic(startAngle, x, y);
+}
+
+ExceptionOr<std::shared_ptr<CanvasPattern>> CanvasRenderingContext2D::createPattern(CanvasImageSource& image, std::string_view repetition)
+{
+    return CanvasPattern::create(image, repetition);
+}

@@ -1,0 +1,265 @@
+#include "platform/web/canvas/CanvasPainter.h"
+
+#include "platform/web/canvas/CairoMapping.h"
+#include "platform/web/canvas/CanvasGradient.h"
+#include "platform/web/canvas/CanvasPattern.h"
+#include "platform/web/canvas/ConicGradient.h"
+#include "platform/web/canvas/GaussianBlur.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+void setIdentity(cairo_t* cr)
+{
+    cairo_identity_matrix(cr);
+}
+
+// Clips `cr` to the band a one-way repeating pattern covers: its rows (repeat-x) or columns
+// (repeat-y), as far as the device rectangle reaches.
+void clipToPatternBand(cairo_t* cr, const CanvasPattern& pattern, const AffineTransform& ctm, const CanvasDeviceRect& bounds)
+{
+    AffineTransform toDevice = ctm.multiply(pattern.transform());
+    auto toPattern = toDevice.inverse();
+    if (!toPattern)
+        return;
+    double minX = INFINITY, minY = INFINITY, maxX = -INFINITY, maxY = -INFINITY;
+    for (auto [x, y] : {std::pair<double, double>{double(bounds.x), double(bounds.y)},
+                        {double(bounds.x + bounds.width), double(bounds.y)},
+                        {double(bounds.x), double(bounds.y + bounds.height)},
+                        {double(bounds.x + bounds.width), double(bounds.y + bounds.height)}}) {
+        toPattern->map(x, y);
+        minX = std::min(minX, x), maxX = std::max(maxX, x);
+        minY = std::min(minY, y), maxY = std::max(maxY, y);
+    }
+    if (pattern.repetition() == CanvasPatternRepetition::RepeatX) {
+        minY = 0, maxY = pattern.height();
+    } else {
+        minX = 0, maxX = pattern.width();
+    }
+    cairo_matrix_t m = to_cairo_matrix(toDevice);
+    cairo_set_matrix(cr, &m);
+    cairo_new_path(cr);
+    cairo_rectangle(cr, minX, minY, maxX - minX, maxY - minY);
+    setIdentity(cr);
+    cairo_clip(cr);
+}
+
+bool needsBandClip(const CanvasPaintSource& source)
+{
+    auto* style = std::get_if<const CanvasPaintStyle*>(&source);
+    if (!style || !(*style)->pattern)
+        return false;
+    auto repetition = (*style)->pattern->repetition();
+    return repetition == CanvasPatternRepetition::RepeatX || repetition == CanvasPatternRepetition::RepeatY;
+}
+
+} // namespace
+
+bool CanvasPainter::drawsShadow(const CanvasDrawingState& state)
+{
+    return state.shadowColor.alpha != 0 && (state.shadowBlur > 0 || state.shadowOffsetX != 0 || state.shadowOffsetY != 0);
+}
+
+void CanvasPainter::paint(const CanvasShape& shape, const CanvasPaintSource& source)
+{
+    if (!state_.transform.isInvertible() || shape.path.empty())
+        return;
+    if (drawsShadow(state_))
+        paintShadow(shape, source);
+
+    cairo_operator_t op = to_cairo_operator(state_.globalCompositeOperation);
+    if (isUnboundedOperator(state_.globalCompositeOperation)) {
+        // The shape with its alpha becomes a layer composited over the whole clip.
+        cairo_push_group(cr_);
+        cairo_reset_clip(cr_);
+        cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
+        drawShape(cr_, shape, source, state_.globalAlpha, canvasRect_);
+        setIdentity(cr_);
+        cairo_pop_group_to_source(cr_);
+        cairo_set_operator(cr_, op);
+        cairo_paint(cr_);
+    } else {
+        cairo_set_operator(cr_, op);
+        drawShape(cr_, shape, source, state_.globalAlpha, canvasRect_);
+    }
+    cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
+    cairo_set_source_rgba(cr_, 0, 0, 0, 0); // drop references to patterns and images
+}
+
+void CanvasPainter::clear(const CanvasShape& shape)
+{
+    if (!state_.transform.isInvertible())
+        return;
+    setPath(cr_, shape);
+    cairo_set_operator(cr_, CAIRO_OPERATOR_CLEAR);
+    cairo_set_fill_rule(cr_, shape.fillRule);
+    cairo_fill(cr_);
+    cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
+}
+
+void CanvasPainter::paintShadow(const CanvasShape& shape, const CanvasPaintSource& source)
+{
+    // The shadow of what lands in the canvas comes from the canvas's rectangle moved back by
+    // the offset, widened by the blur's reach.
+    double sigma = state_.shadowBlur / 2;
+    int margin = int(std::ceil(std::min(sigma, kMaxBlurSigma) * 3));
+    double offsetX = state_.shadowOffsetX, offsetY = state_.shadowOffsetY;
+    if (!std::isfinite(offsetX) || !std::isfinite(offsetY) || std::fabs(offsetX) > 1e6 || std::fabs(offsetY) > 1e6)
+        return;
+    CanvasDeviceRect layerRect{int(std::floor(-offsetX)) - margin, int(std::floor(-offsetY)) - margin,
+                               canvasRect_.width + 2 * margin + 1, canvasRect_.height + 2 * margin + 1};
+    cairo_surface_t* layer = cairo_image_surface_create(CAIRO_FORMAT_A8, layerRect.width, layerRect.height);
+    if (cairo_surface_status(layer) != CAIRO_STATUS_SUCCESS) {
+        cairo_surface_destroy(layer);
+        return;
+    }
+    cairo_surface_set_device_offset(layer, -layerRect.x, -layerRect.y);
+    cairo_t* layerCairo = cairo_create(layer);
+    drawShape(layerCairo, shape, source, 1, layerRect);
+    cairo_destroy(layerCairo);
+    cairo_surface_flush(layer);
+    if (sigma > 0)
+        gaussianBlurAlpha(layer, sigma);
+
+    cairo_operator_t op = to_cairo_operator(state_.globalCompositeOperation);
+    bool unbounded = isUnboundedOperator(state_.globalCompositeOperation);
+    setIdentity(cr_);
+    if (unbounded) {
+        cairo_push_group(cr_);
+        cairo_reset_clip(cr_);
+    }
+    cairo_set_operator(cr_, unbounded ? CAIRO_OPERATOR_OVER : op);
+    set_cairo_source_color(cr_, state_.shadowColor, state_.globalAlpha);
+    cairo_mask_surface(cr_, layer, offsetX, offsetY);
+    if (unbounded) {
+        cairo_pop_group_to_source(cr_);
+        cairo_set_operator(cr_, op);
+        cairo_paint(cr_);
+    }
+    cairo_surface_destroy(layer);
+}
+
+void CanvasPainter::drawShape(cairo_t* cr, const CanvasShape& shape, const CanvasPaintSource& source, double alpha,
+                              const CanvasDeviceRect& bounds) const
+{
+    auto* style = std::get_if<const CanvasPaintStyle*>(&source);
+    bool solid = style && (*style)->isColor();
+    bool bandClip = needsBandClip(source);
+    bool group = !solid && alpha < 1;
+    if (group) {
+        // Alpha on a gradient, pattern or image: paint it whole, then fade the result.
+        cairo_push_group(cr);
+        cairo_reset_clip(cr);
+        cairo_set_operator(cr, CAIRO_OPERATOR_OVER);
+    }
+    if (bandClip) {
+        cairo_save(cr);
+        clipToPatternBand(cr, *(*style)->pattern, state_.transform, bounds);
+    }
+    if (setSource(cr, source, group ? 1 : alpha, bounds)) {
+        setPath(cr, shape);
+        fillOrStroke(cr, shape);
+    }
+    if (bandClip)
+        cairo_restore(cr);
+    if (group) {
+        setIdentity(cr);
+        cairo_pop_group_to_source(cr);
+        cairo_paint_with_alpha(cr, alpha);
+    }
+}
+
+void CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape) const
+{
+    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
+    cairo_new_path(cr);
+    if (shape.inUserSpace)
+        cairo_set_matrix(cr, &ctm);
+    else
+        setIdentity(cr);
+    cairo_path_t path{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>(shape.path.data()), int(shape.path.size())};
+    cairo_append_path(cr, &path);
+    // Line widths and dashes are in user space.
+    cairo_set_matrix(cr, &ctm);
+}
+
+void CanvasPainter::setStrokeStyle(cairo_t* cr) const
+{
+    cairo_set_line_width(cr, state_.lineWidth);
+    cairo_set_line_cap(cr, to_cairo_line_cap(state_.lineCap));
+    cairo_set_line_join(cr, to_cairo_line_join(state_.lineJoin));
+    cairo_set_miter_limit(cr, state_.miterLimit);
+    const auto& dash = state_.lineDash;
+    double total = 0;
+    for (double segment : dash)
+        total += segment;
+    if (!dash.empty() && total > 0 && std::isfinite(total))
+        cairo_set_dash(cr, dash.data(), int(dash.size()), state_.lineDashOffset);
+    else
+        cairo_set_dash(cr, nullptr, 0, 0);
+}
+
+void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape) const
+{
+    if (shape.stroke) {
+        setStrokeStyle(cr);
+        cairo_stroke(cr);
+    } else {
+        cairo_set_fill_rule(cr, shape.fillRule);
+        cairo_fill(cr);
+    }
+}
+
+bool CanvasPainter::setSource(cairo_t* cr, const CanvasPaintSource& source, double alpha, const CanvasDeviceRect& bounds) const
+{
+    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
+    if (auto* image = std::get_if<CanvasImagePaint>(&source)) {
+        cairo_pattern_t* pattern = cairo_pattern_create_for_surface(image->surface);
+        cairo_pattern_set_matrix(pattern, &image->patternMatrix);
+        cairo_pattern_set_filter(pattern, image->filter);
+        cairo_pattern_set_extend(pattern, image->extend);
+        cairo_set_matrix(cr, &ctm);
+        cairo_set_source(cr, pattern);
+        cairo_pattern_destroy(pattern);
+        return true;
+    }
+
+    const CanvasPaintStyle& style = *std::get<const CanvasPaintStyle*>(source);
+    if (style.isColor()) {
+        set_cairo_source_color(cr, style.color, alpha);
+        return true;
+    }
+    if (style.gradient) {
+        const CanvasGradient& gradient = *style.gradient;
+        if (gradient.colorStops().empty() || gradient.paintsNothing())
+            return false;
+        if (gradient.kind() == CanvasGradient::Kind::Conic) {
+            cairo_surface_t* surface = renderConicGradient(gradient, state_.transform, bounds);
+            if (!surface)
+                return false;
+            setIdentity(cr);
+            cairo_set_source_surface(cr, surface, bounds.x, bounds.y);
+            cairo_surface_destroy(surface);
+            return true;
+        }
+        cairo_set_matrix(cr, &ctm);
+        cairo_set_source(cr, gradient.cairoPattern());
+        return true;
+    }
+    const CanvasPattern& canvasPattern = *style.pattern;
+    auto inverse = canvasPattern.transform().inverse();
+    if (!inverse)
+        return false;
+    cairo_pattern_t* pattern = cairo_pattern_create_for_surface(canvasPattern.surface());
+    cairo_matrix_t patternMatrix = to_cairo_matrix(*inverse);
+    cairo_pattern_set_matrix(pattern, &patternMatrix);
+    cairo_pattern_set_filter(pattern, to_cairo_filter(state_.imageSmoothingEnabled, state_.imageSmoothingQuality));
+    cairo_pattern_set_extend(pattern, canvasPattern.repetition() == CanvasPatternRepetition::NoRepeat ? CAIRO_EXTEND_NONE
+                                                                                                        : CAIRO_EXTEND_REPEAT);
+    cairo_set_matrix(cr, &ctm);
+    cairo_set_source(cr, pattern);
+    cairo_pattern_destroy(pattern);
+    return true;
+}

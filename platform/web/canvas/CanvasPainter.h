@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/web/canvas/CanvasDrawingState.h"
+
+#include <cairo.h>
+
+#include <span>
+#include <variant>
+
+// A shape to paint: a path and whether it is filled or stroked.
+struct CanvasShape {
+    std::span<const cairo_path_data_t> path;
+    // The path is in user space (a Path2D) rather than device space (the current default path).
+    bool inUserSpace = false;
+    bool stroke = false;
+    cairo_fill_rule_t fillRule = CAIRO_FILL_RULE_WINDING;
+};
+
+// An image painted into a shape (drawImage): `surface` seen through `patternMatrix`, which
+// maps user space to the surface's pixels.
+struct CanvasImagePaint {
+    cairo_surface_t* surface = nullptr;
+    cairo_matrix_t patternMatrix;
+    cairo_filter_t filter = CAIRO_FILTER_BILINEAR;
+    cairo_extend_t extend = CAIRO_EXTEND_PAD;
+};
+
+using CanvasPaintSource = std::variant<const CanvasPaintStyle*, CanvasImagePaint>;
+
+// Device pixels a layer covers.
+struct CanvasDeviceRect {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+};
+
+// The canvas drawing model on one Cairo context: shadow, global alpha and compositing
+// operator around the painting of a shape. The context's clip is already on `cr`.
+class CanvasPainter {
+public:
+    CanvasPainter(cairo_t* cr, const CanvasDrawingState& state, int width, int height)
+        : cr_(cr), state_(state), canvasRect_{0, 0, width, height} {}
+
+    void paint(const CanvasShape& shape, const CanvasPaintSource& source);
+    // clearRect: transparent black under the shape, ignoring alpha, shadows and operator.
+    void clear(const CanvasShape& shape);
+
+    // Whether the state draws shadows at all.
+    static bool drawsShadow(const CanvasDrawingState& state);
+
+private:
+    void paintShadow(const CanvasShape& shape, const CanvasPaintSource& source);
+    // Paints the shape with its source on `cr` with the current operator, `alpha` applied.
+    void drawShape(cairo_t* cr, const CanvasShape& shape, const CanvasPaintSource& source, double alpha,
+                   const CanvasDeviceRect& bounds) const;
+    void setPath(cairo_t* cr, const CanvasShape& shape) const;
+    void setStrokeStyle(cairo_t* cr) const;
+    // Sets the source; false when it paints nothing at all.
+    bool setSource(cairo_t* cr, const CanvasPaintSource& source, double alpha, const CanvasDeviceRect& bounds) const;
+    void fillOrStroke(cairo_t* cr, const CanvasShape& shape) const;
+
+    cairo_t* cr_;
+    const CanvasDrawingState& state_;
+    CanvasDeviceRect canvasRect_;
+};

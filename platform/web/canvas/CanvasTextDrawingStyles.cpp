@@ -1,0 +1,149 @@
+#include "platform/web/canvas/CanvasRenderingContext2D.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+std::string trimmedLowerCase(std::string_view text)
+{
+    auto isSpace = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; };
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), [](char c) { return (c >= 'A' && c <= 'Z') ? char(c + 32) : c; });
+    return result;
+}
+
+struct StretchKeyword {
+    std::string_view name;
+    double percentage;
+};
+constexpr std::array<StretchKeyword, 9> kStretches = {{
+    {"ultra-condensed", 50}, {"extra-condensed", 62.5}, {"condensed", 75}, {"semi-condensed", 87.5}, {"normal", 100},
+    {"semi-expanded", 112.5}, {"expanded", 125}, {"extra-expanded", 150}, {"ultra-expanded", 200},
+}};
+constexpr std::array<std::string_view, 7> kVariantCaps = {
+    "normal", "small-caps", "all-small-caps", "petite-caps", "all-petite-caps", "unicase", "titling-caps"};
+constexpr std::array<std::string_view, 4> kTextRenderings = {"auto", "optimizeSpeed", "optimizeLegibility", "geometricPrecision"};
+
+} // namespace
+
+std::shared_ptr<CanvasTextDrawingState> CanvasRenderingContext2D::mutableText()
+{
+    // Copy on write: saved states and the shared initial state keep theirs.
+    std::shared_ptr<CanvasTextDrawingState> text;
+    if (state_.text.use_count() == 1)
+        text = std::const_pointer_cast<CanvasTextDrawingState>(state_.text);
+    else
+        text = std::make_shared<CanvasTextDrawingState>(*state_.text);
+    state_.text = text;
+    return text;
+}
+
+std::string CanvasRenderingContext2D::font() const { return state_.text->style.font.serialization(); }
+
+void CanvasRenderingContext2D::setFont(std::string_view font)
+{
+    auto parsed = parseCanvasFont(font);
+    if (!parsed)
+        return;
+    if (*parsed == state_.text->style.font)
+        return;
+    mutableText()->style.font = std::move(*parsed);
+}
+
+std::string_view CanvasRenderingContext2D::textAlign() const { return toString(state_.text->style.align); }
+
+void CanvasRenderingContext2D::setTextAlign(std::string_view align)
+{
+    auto value = parseCanvasTextAlign(align);
+    if (value && *value != state_.text->style.align)
+        mutableText()->style.align = *value;
+}
+
+std::string_view CanvasRenderingContext2D::textBaseline() const { return toString(state_.text->style.baseline); }
+
+void CanvasRenderingContext2D::setTextBaseline(std::string_view baseline)
+{
+    auto value = parseCanvasTextBaseline(baseline);
+    if (value && *value != state_.text->style.baseline)
+        mutableText()->style.baseline = *value;
+}
+
+std::string_view CanvasRenderingContext2D::direction() const { return toString(state_.text->style.direction); }
+
+void CanvasRenderingContext2D::setDirection(std::string_view direction)
+{
+    auto value = parseCanvasDirection(direction);
+    if (value && *value != state_.text->style.direction)
+        mutableText()->style.direction = *value;
+}
+
+std::string_view CanvasRenderingContext2D::fontKerning() const { return toString(state_.text->style.kerning); }
+
+void CanvasRenderingContext2D::setFontKerning(std::string_view kerning)
+{
+    auto value = parseCanvasFontKerning(kerning);
+    if (value && *value != state_.text->style.kerning)
+        mutableText()->style.kerning = *value;
+}
+
+std::string CanvasRenderingContext2D::letterSpacing() const { return state_.text->letterSpacing; }
+
+void CanvasRenderingContext2D::setLetterSpacing(std::string_view spacing)
+{
+    auto value = parseCanvasSpacing(spacing, state_.text->style.font);
+    if (!value)
+        return;
+    auto text = mutableText();
+    text->style.letterSpacing = *value;
+    text->letterSpacing = trimmedLowerCase(spacing);
+}
+
+std::string CanvasRenderingContext2D::wordSpacing() const { return state_.text->wordSpacing; }
+
+void CanvasRenderingContext2D::setWordSpacing(std::string_view spacing)
+{
+    auto value = parseCanvasSpacing(spacing, state_.text->style.font);
+    if (!value)
+        return;
+    auto text = mutableText();
+    text->style.wordSpacing = *value;
+    text->wordSpacing = trimmedLowerCase(spacing);
+}
+
+std::string_view CanvasRenderingContext2D::fontStretch() const { return state_.text->fontStretch; }
+
+void CanvasRenderingContext2D::setFontStretch(std::string_view stretch)
+{
+    for (const auto& keyword : kStretches) {
+        if (keyword.name == stretch) {
+            auto text = mutableText();
+            text->fontStretch = std::string(keyword.name);
+            text->style.font.stretch = keyword.percentage;
+            return;
+        }
+    }
+}
+
+std::string_view CanvasRenderingContext2D::fontVariantCaps() const { return state_.text->fontVariantCaps; }
+
+void CanvasRenderingContext2D::setFontVariantCaps(std::string_view caps)
+{
+    if (std::find(kVariantCaps.begin(), kVariantCaps.end(), caps) == kVariantCaps.end())
+        return;
+    auto text = mutableText();
+    text->fontVariantCaps = std::string(caps);
+    text->style.font.variant = caps == "small-caps" ? CanvasFontVariant::SmallCaps : CanvasFontVariant::Normal;
+}
+
+std::string_view CanvasRenderingContext2D::textRendering() const { return state_.text->textRendering; }
+
+void CanvasRenderingContext2D::setTextRendering(std::string_view rendering)
+{
+    if (std::find(kTextRenderings.begin(), kTextRenderings.end(), rendering) != kTextRenderings.end())
+        mutableText()->textRendering = std::string(rendering);
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/web/canvas/AffineTransform.h"
+#include "platform/web/canvas/CanvasPainter.h"
+
+#include <cairo.h>
+
+class CanvasGradient;
+
+// Cairo has no conic gradients: this renders one, seen through `ctm`, over the device
+// rectangle `rect` as an ARGB32 surface (null when it cannot be made).
+cairo_surface_t* renderConicGradient(const CanvasGradient& gradient, const AffineTransform& ctm, const CanvasDeviceRect& rect);

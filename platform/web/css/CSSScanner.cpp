@@ -1,0 +1,122 @@
+#include "platform/web/css/CSSScanner.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+bool isWhitespace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isNameStart(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80; }
+bool isNameChar(char c) { return isNameStart(c) || isDigit(c) || c == '-'; }
+char toLower(char c) { return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c; }
+
+} // namespace
+
+bool CSSScanner::skipWhitespace()
+{
+    std::size_t start = pos_;
+    while (!atEnd()) {
+        if (isWhitespace(text_[pos_])) {
+            ++pos_;
+        } else if (text_.substr(pos_, 2) == "/*") {
+            std::size_t end = text_.find("*/", pos_ + 2);
+            pos_ = end == std::string_view::npos ? text_.size() : end + 2;
+        } else {
+            break;
+        }
+    }
+    return pos_ != start;
+}
+
+bool CSSScanner::consume(char c)
+{
+    if (peek() != c)
+        return false;
+    ++pos_;
+    return true;
+}
+
+bool CSSScanner::startsIdentifier(std::size_t at) const
+{
+    if (at >= text_.size())
+        return false;
+    if (text_[at] == '-') {
+        return at + 1 < text_.size() && (isNameStart(text_[at + 1]) || text_[at + 1] == '-');
+    }
+    return isNameStart(text_[at]);
+}
+
+std::optional<CSSScanner::Numeric> CSSScanner::numeric()
+{
+    std::size_t start = pos_;
+    std::size_t i = pos_;
+    if (i < text_.size() && (text_[i] == '+' || text_[i] == '-'))
+        ++i;
+    std::size_t digitsStart = i;
+    while (i < text_.size() && isDigit(text_[i]))
+        ++i;
+    bool hasInteger = i > digitsStart;
+    bool hasFraction = false;
+    if (i + 1 < text_.size() && text_[i] == '.' && isDigit(text_[i + 1])) {
+        ++i;
+        while (i < text_.size() && isDigit(text_[i]))
+            ++i;
+        hasFraction = true;
+    }
+    if (!hasInteger && !hasFraction)
+        return {};
+    if (i < text_.size() && (text_[i] == 'e' || text_[i] == 'E')) {
+        std::size_t j = i + 1;
+        if (j < text_.size() && (text_[j] == '+' || text_[j] == '-'))
+            ++j;
+        if (j < text_.size() && isDigit(text_[j])) {
+            while (j < text_.size() && isDigit(text_[j]))
+                ++j;
+            i = j;
+        }
+    }
+    // from_chars does not take a leading '+'.
+    std::size_t parseStart = text_[start] == '+' ? start + 1 : start;
+    Numeric result;
+    auto [end, error] = std::from_chars(text_.data() + parseStart, text_.data() + i, result.value);
+    if (error == std::errc::result_out_of_range) {
+        // Overflow or underflow: the sign of the exponent tells which.
+        std::string_view digits = text_.substr(start, i - start);
+        std::size_t exponent = digits.find_first_of("eE");
+        bool underflow = exponent != std::string_view::npos && exponent + 1 < digits.size() && digits[exponent + 1] == '-';
+        double magnitude = underflow ? 0.0 : HUGE_VAL;
+        result.value = text_[start] == '-' ? -magnitude : magnitude;
+    } else if (error != std::errc() || end != text_.data() + i) {
+        return {};
+    }
+    pos_ = i;
+    if (consume('%')) {
+        result.type = Numeric::Type::Percentage;
+    } else if (startsIdentifier(pos_)) {
+        result.type = Numeric::Type::Dimension;
+        result.unit = *identifier();
+    }
+    return result;
+}
+
+std::optional<std::string> CSSScanner::identifier()
+{
+    if (!startsIdentifier(pos_))
+        return {};
+    std::string name;
+    while (!atEnd() && isNameChar(text_[pos_]))
+        name.push_back(toLower(text_[pos_++]));
+    return name;
+}
+
+std::optional<std::string> CSSScanner::functionName()
+{
+    std::size_t start = pos_;
+    auto name = identifier();
+    if (!name || !consume('(')) {
+        pos_ = start;
+        return {};
+    }
+    return name;
+}
