@@ -1,0 +1,4 @@
+#pragma once
+
+// Registers the platform classes by name (pages, cells), so that entries can name them.
+void registerPlatformClasses();
