@@ -61,9 +61,19 @@ std::optional<double> stretchKeyword(const std::string& lower)
     return std::nullopt;
 }
 
-bool isAngleUnit(const std::string& unit)
+std::optional<double> angleInDegrees(const CssToken& token)
 {
-    return unit == "deg" || unit == "rad" || unit == "grad" || unit == "turn";
+    if (token.type != CssToken::Dimension)
+        return std::nullopt;
+    if (token.text == "deg")
+        return token.number;
+    if (token.text == "rad")
+        return token.number * 180 / 3.14159265358979323846;
+    if (token.text == "grad")
+        return token.number * 0.9;
+    if (token.text == "turn")
+        return token.number * 360;
+    return std::nullopt;
 }
 
 // Numbers print with six significant digits, trailing zeros dropped, as browsers print a
@@ -120,6 +130,7 @@ private:
     bool prefix(CanvasFont& font)
     {
         bool style = false, variant = false, weight = false, stretch = false;
+        font.obliqueAngle = 14;
         for (int count = 0; count < 4 && !atEnd(); ++count) {
             const CssToken& token = t_[i_];
             if (token.type == CssToken::Number) {
@@ -139,8 +150,16 @@ private:
                 font.style = word == "italic" ? CanvasFontStyle::Italic : CanvasFontStyle::Oblique;
                 style = true;
                 ++i_;
-                if (word == "oblique" && !atEnd() && t_[i_].type == CssToken::Dimension && isAngleUnit(t_[i_].text))
-                    ++i_;
+                if (word == "oblique" && !atEnd()) {
+                    if (auto angle = angleInDegrees(t_[i_])) {
+                        if (std::abs(*angle) > 90)
+                            return false;
+                        font.obliqueAngle = *angle;
+                        if (*angle == 0)
+                            font.style = CanvasFontStyle::Normal;
+                        ++i_;
+                    }
+                }
             } else if (!variant && word == "small-caps") {
                 font.variant = CanvasFontVariant::SmallCaps;
                 variant = true;
@@ -289,7 +308,8 @@ std::optional<double> cssLengthInPixels(const CssToken& token, double em)
 std::string CanvasFont::serialization() const
 {
     std::string out;
-    if (style != CanvasFontStyle::Normal)
+    // Only the slant of the plain keywords has a name to print.
+    if (style == CanvasFontStyle::Italic || (style == CanvasFontStyle::Oblique && obliqueAngle == 14))
         out += "italic ";
     if (weight == 700)
         out += "bold ";
@@ -302,7 +322,9 @@ std::string CanvasFont::serialization() const
         out += i ? ", " : " ";
         const CanvasFontFamily& family = families[i];
         const std::string lower = asciiLower(family.name);
-        if (family.generic || (isCssIdentifier(family.name) && !isGenericFamily(lower) && !isCssWideKeyword(lower)))
+        const bool plain = isCssIdentifier(family.name) && family.name.rfind("--", 0) != 0 && !isGenericFamily(lower)
+            && !isCssWideKeyword(lower);
+        if (family.generic || plain)
             out += family.name;
         else
             out += serializeCssString(family.name);
@@ -313,8 +335,8 @@ std::string CanvasFont::serialization() const
 std::string CanvasFont::cacheKey(bool withSize) const
 {
     char buffer[96];
-    std::snprintf(buffer, sizeof buffer, "|%d%d%d|%.17g|", static_cast<int>(style), static_cast<int>(variant),
-                  weight, stretch);
+    std::snprintf(buffer, sizeof buffer, "|%d%d%d|%.17g|%.17g|", static_cast<int>(style), static_cast<int>(variant),
+                  weight, stretch, style == CanvasFontStyle::Oblique ? obliqueAngle : 0.0);
     std::string key;
     if (withSize) {
         char sizeText[32];

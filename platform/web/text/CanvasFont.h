@@ -20,6 +20,7 @@ struct CanvasFontFamily {
 
 struct CanvasFont {
     CanvasFontStyle style = CanvasFontStyle::Normal;
+    double obliqueAngle = 14;  // degrees, for the oblique style
     CanvasFontVariant variant = CanvasFontVariant::Normal;
     int weight = 400;       // 1 to 1000
     double stretch = 100;   // per cent of the normal width, 50 to 200

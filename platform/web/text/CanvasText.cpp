@@ -130,6 +130,8 @@ double alignOffset(const CanvasTextStyle& style, double width)
 // above it glyphs are drawn as exact outlines.
 constexpr double kLargestRasterizedSize = 256;
 
+constexpr double kOutlineMeasureSize = 64;
+
 bool drawnAsOutlines(double size)
 {
     return size > kLargestRasterizedSize;
@@ -139,6 +141,13 @@ bool drawnAsOutlines(double size)
 double glyphSize(double size)
 {
     return drawnAsOutlines(size) ? size : std::floor(size * 64) / 64;
+}
+
+// Lower-case letters drawn as made-up small capitals are capitals of 70% of the size,
+// rounded to whole pixels.
+double smallCapsSize(double size)
+{
+    return glyphSize(std::floor(size * 0.7 + 0.5));
 }
 
 struct Layout {
@@ -154,13 +163,24 @@ Layout layOut(std::string_view utf8, const CanvasTextStyle& style)
     layout.primary = fonts.primary();
     const bool letterSpaced = style.letterSpacing != 0;
     layout.shaped = shapeText(utf8, fonts, style.direction == CanvasDirection::Rtl, style.kerning, letterSpaced);
-    layout.width = layout.shaped->width(glyphSize(style.font.size), style.letterSpacing, style.wordSpacing);
+    layout.width = layout.shaped->width(glyphSize(style.font.size), smallCapsSize(style.font.size),
+                                        style.letterSpacing, style.wordSpacing);
     return layout;
 }
 
-double glyphX(const ShapedGlyph& glyph, const CanvasTextStyle& style)
+// A glyph's position and drawing size in pixels, from the text's start on the baseline
+// (y down), before any squeeze.
+struct GlyphPlacement {
+    double x, y, size;
+};
+
+GlyphPlacement place(const ShapedGlyph& glyph, const CanvasTextStyle& style)
 {
-    return glyph.x * glyphSize(style.font.size) + glyph.letterGaps * style.letterSpacing + glyph.wordGaps * style.wordSpacing;
+    const double size = glyphSize(style.font.size);
+    const double smallSize = smallCapsSize(style.font.size);
+    return {glyph.x * size + glyph.smallX * smallSize + glyph.letterGaps * style.letterSpacing
+                + glyph.wordGaps * style.wordSpacing,
+            -(glyph.y * size + glyph.smallY * smallSize), glyph.smallCap ? smallSize : size};
 }
 
 // The ink box of the text in pixels (y down, from the text's start on the baseline): each
@@ -173,21 +193,18 @@ struct InkBox {
 InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style)
 {
     InkBox box;
-    const double size = glyphSize(style.font.size);
-    const bool exact = drawnAsOutlines(size);
-    auto outward = [exact](double value, bool up) {
-        if (exact)
-            return value;
-        value = roundToLayoutUnit(value);
-        return up ? std::ceil(value) : std::floor(value);
-    };
     for (const ShapedGlyph& glyph : shaped.glyphs) {
+        const auto [x, y, size] = place(glyph, style);
+        // Large glyphs are measured at the size outlines are kept at and scaled up.
+        const double measuredSize = drawnAsOutlines(size) ? kOutlineMeasureSize : size;
+        auto outward = [&](double value, bool up) {
+            value = roundToLayoutUnit(value * measuredSize / size);
+            return (up ? std::ceil(value) : std::floor(value)) * size / measuredSize;
+        };
         const GlyphOutline& outline = glyph.face->outline(glyph.glyph, size);
         if (outline.empty())
             continue;
-        const double scale = size * glyph.scale / glyph.face->unitsPerEm();
-        const double x = glyphX(glyph, style);
-        const double y = -glyph.y * size;
+        const double scale = size / glyph.face->unitsPerEm();
         const double left = x + outward(outline.xMin * scale, false);
         const double right = x + outward(outline.xMax * scale, true);
         const double top = y + outward(-outline.yMax * scale, false);
@@ -347,16 +364,16 @@ void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, cons
     cairo_matrix_t ctm;
     cairo_get_matrix(cr, &ctm);
     const bool snap = isAxisAligned(ctm);
-    const double size = glyphSize(style.font.size);
     for (const ShapedGlyph& glyph : layout.shaped->glyphs) {
-        const GlyphOutline& outline = glyph.face->outline(glyph.glyph, size);
+        const GlyphPlacement at = place(glyph, style);
+        const GlyphOutline& outline = glyph.face->outline(glyph.glyph, at.size);
         if (outline.empty())
             continue;
-        double gx = startX + glyphX(glyph, style) * squeeze;
-        double gy = baselineY - glyph.y * size;
+        double gx = startX + at.x * squeeze;
+        double gy = baselineY + at.y;
         if (snap)
             snapToDevicePixels(cr, gx, gy);
-        const double scale = size * glyph.scale / glyph.face->unitsPerEm();
+        const double scale = at.size / glyph.face->unitsPerEm();
         appendOutline(cr, outline, gx, gy, scale * squeeze, scale);
     }
 }

@@ -213,9 +213,14 @@ private:
         if (!digits.empty() && digits[0] == '+')
             digits.erase(0, 1);
         double value = 0;
-        std::from_chars(digits.data(), digits.data() + digits.size(), value);
-        if (!std::isfinite(value))
-            value = value > 0 ? 1e300 : -1e300;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        (void)end;
+        if (error == std::errc::result_out_of_range) {
+            // Too large saturates, too small is zero.
+            const auto e = digits.find_first_of("eE");
+            const bool tiny = e != std::string::npos && digits.find('-', e) != std::string::npos;
+            value = tiny ? 0 : (digits[0] == '-' ? -1e300 : 1e300);
+        }
         CssToken token{CssToken::Number, {}, value, integer};
         if (i_ < s_.size() && s_[i_] == '%') {
             ++i_;

@@ -11,9 +11,6 @@
 
 namespace {
 
-// The reduction browsers apply to lower-case letters drawn as synthesized small capitals.
-constexpr float kSmallCapsScale = 0.7f;
-
 std::u32string decodeUtf8(std::string_view text)
 {
     std::u32string out;
@@ -68,8 +65,8 @@ bool mayNeedBidi(const std::u32string& text)
 // Embedding levels per character by the Unicode bidirectional algorithm.
 std::vector<std::uint8_t> bidiLevels(const std::u32string& text, bool rtl)
 {
-    std::vector<std::uint8_t> levels(text.size(), rtl ? 1 : 0);
-    if (!mayNeedBidi(text) || text.empty())
+    std::vector<std::uint8_t> levels(text.size(), 0);
+    if (text.empty() || (!rtl && !mayNeedBidi(text)))
         return levels;
     glong written = 0;
     gchar* utf8 = g_ucs4_to_utf8(reinterpret_cast<const gunichar*>(text.data()), static_cast<glong>(text.size()),
@@ -101,7 +98,7 @@ bool isWordSeparator(char32_t c)
 struct Run {
     std::size_t start, end;
     FontFace* face;
-    float scale;
+    bool smallCaps;
     std::uint8_t level;
 };
 
@@ -146,22 +143,22 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
     std::vector<Run> runs;
     FontFace* previousFace = nullptr;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        float scale = 1;
+        bool smallCaps = false;
         if (fonts.syntheticSmallCaps() && g_unichar_islower(text[i])) {
             const char32_t upper = g_unichar_toupper(text[i]);
             if (upper != text[i]) {
                 shaped[i] = upper;
-                scale = kSmallCapsScale;
+                smallCaps = true;
             }
         }
         FontFace* face = (previousFace && joinsPrevious(text[i])) ? previousFace : fonts.faceFor(shaped[i]);
         if (!face)
             return result;
         previousFace = face;
-        if (!runs.empty() && runs.back().face == face && runs.back().scale == scale && runs.back().level == levels[i])
+        if (!runs.empty() && runs.back().face == face && runs.back().smallCaps == smallCaps && runs.back().level == levels[i])
             runs.back().end = i + 1;
         else
-            runs.push_back({i, i + 1, face, scale, levels[i]});
+            runs.push_back({i, i + 1, face, smallCaps, levels[i]});
     }
     reorderRuns(runs);
 
@@ -175,7 +172,7 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
     }
 
     hb_buffer_t* buffer = hb_buffer_create();
-    double pen = 0;
+    double pen = 0, smallPen = 0;
     std::uint32_t letterGaps = 0, wordGaps = 0;
     for (const Run& run : runs) {
         hb_buffer_clear_contents(buffer);
@@ -189,18 +186,20 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
         unsigned count = 0;
         const hb_glyph_info_t* infos = hb_buffer_get_glyph_infos(buffer, &count);
         const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(buffer, &count);
-        const double unit = run.scale / run.face->unitsPerEm();
+        const double unit = 1 / run.face->unitsPerEm();
         for (unsigned g = 0; g < count; ++g) {
             ShapedGlyph glyph;
             glyph.face = run.face;
             glyph.glyph = infos[g].codepoint;
-            glyph.scale = run.scale;
-            glyph.x = pen + positions[g].x_offset * unit;
-            glyph.y = positions[g].y_offset * unit;
+            glyph.smallCap = run.smallCaps;
+            glyph.x = pen;
+            glyph.smallX = smallPen;
+            (run.smallCaps ? glyph.smallX : glyph.x) += positions[g].x_offset * unit;
+            (run.smallCaps ? glyph.smallY : glyph.y) = positions[g].y_offset * unit;
             glyph.letterGaps = letterGaps;
             glyph.wordGaps = wordGaps;
             result.glyphs.push_back(glyph);
-            pen += positions[g].x_advance * unit;
+            (run.smallCaps ? smallPen : pen) += positions[g].x_advance * unit;
             // Spacing goes after each cluster: where the next glyph starts another one.
             if (g + 1 == count || infos[g + 1].cluster != infos[g].cluster) {
                 ++letterGaps;
@@ -211,6 +210,7 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
     }
     hb_buffer_destroy(buffer);
     result.advance = pen;
+    result.smallAdvance = smallPen;
     result.letterGaps = letterGaps;
     result.wordGaps = wordGaps;
     return result;

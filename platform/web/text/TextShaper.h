@@ -8,12 +8,15 @@
 #include <string_view>
 #include <vector>
 
-// A glyph of shaped text, placed in ems from the text's start (y up), before spacing.
+// A glyph of shaped text, placed from the text's start (y up), before spacing. Positions
+// come in two parts: ems of the font's size and ems of the smaller size made-up small
+// capitals are drawn at (the two sizes do not keep a fixed ratio).
 struct ShapedGlyph {
     FontFace* face = nullptr;
     std::uint32_t glyph = 0;
-    float scale = 1;             // below 1 for synthesized small capitals
-    double x = 0, y = 0;         // in ems
+    bool smallCap = false;         // drawn at the small-capitals size
+    double x = 0, y = 0;           // in ems of the font size
+    double smallX = 0, smallY = 0; // in ems of the small-capitals size
     std::uint32_t letterGaps = 0;  // letter-spacing gaps left of this glyph
     std::uint32_t wordGaps = 0;    // word-spacing gaps left of this glyph
 };
@@ -23,14 +26,15 @@ struct ShapedGlyph {
 // font size and of the spacing amounts, so one result serves every size.
 struct ShapedText {
     std::vector<ShapedGlyph> glyphs;
-    double advance = 0;  // in ems
+    double advance = 0;       // in ems of the font size
+    double smallAdvance = 0;  // in ems of the small-capitals size
     std::uint32_t letterGaps = 0;
     std::uint32_t wordGaps = 0;
 
-    // The width in pixels at `size` with the given spacing.
-    double width(double size, double letterSpacing, double wordSpacing) const
+    // The width in pixels at the given sizes and spacing.
+    double width(double size, double smallSize, double letterSpacing, double wordSpacing) const
     {
-        return advance * size + letterGaps * letterSpacing + wordGaps * wordSpacing;
+        return advance * size + smallAdvance * smallSize + letterGaps * letterSpacing + wordGaps * wordSpacing;
     }
 };
 
