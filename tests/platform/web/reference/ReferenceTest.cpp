@@ -18,6 +18,7 @@
 
 #if __has_include("platform/web/UIWebView.h")
 #include "platform/web/UIWebView.h"
+#include "WebViewFactory.h"
 #define AMPWELL_HAVE_WEB_VIEW 1
 #endif
 
@@ -82,7 +83,7 @@ protected:
     // One web view for every case, a fresh document for each, as the battery renderer does.
     static UIWebView& webView()
     {
-        static auto* view = new UIWebView();
+        static auto view = makeWebView<UIWebView>();
         return *view;
     }
 };
@@ -104,7 +105,7 @@ TEST_P(ChromiumReference, RendersLikeChromium)
     UIWebView& view = webView();
     view.loadHTMLStringBaseURL(std::nullopt, std::nullopt);
     const std::string result = view.stringByEvaluatingJavaScriptFromString(evaluationText(c, *script));
-    ASSERT_FALSE(result.empty()) << "the script returned no data URL: " << view.lastError();
+    ASSERT_FALSE(result.empty()) << "the script returned no data URL: " << std::string(view.lastError());
     const UIImage ours = decodeDataURL(result);
     ASSERT_FALSE(ours.isNil()) << "the returned data URL is no PNG: " << result.substr(0, 60);
 

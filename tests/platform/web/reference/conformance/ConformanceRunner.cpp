@@ -30,6 +30,7 @@
 
 #if __has_include("platform/web/UIWebView.h")
 #include "platform/web/UIWebView.h"
+#include "../WebViewFactory.h"
 #define AMPWELL_HAVE_WEB_VIEW 1
 #endif
 
@@ -112,7 +113,7 @@ std::vector<std::string> collectFiles(const fs::path& root, const std::string& f
 }
 
 // The HTML as a JavaScript string literal.
-[[maybe_unused]] std::string quoted(std::string_view text)
+[[maybe_unused]] std::string jsStringLiteral(std::string_view text)
 {
     std::string out = "\"";
     out.reserve(text.size() + 16);
@@ -150,7 +151,8 @@ std::vector<std::string> collectFiles(const fs::path& root, const std::string& f
 [[noreturn]] void runFiles(int out, const Options& options, const std::string& harness,
                            const std::vector<std::string>& files, std::size_t first)
 {
-    UIWebView view;
+    auto webView = makeWebView<UIWebView>();
+    UIWebView& view = *webView;
     auto write = [out](const std::string& text) {
         std::size_t done = 0;
         while (done < text.size()) {
@@ -168,9 +170,9 @@ std::vector<std::string> collectFiles(const fs::path& root, const std::string& f
         if (const auto html = readFile(options.suite / files[i])) {
             view.loadHTMLStringBaseURL(std::nullopt, std::nullopt);
             view.stringByEvaluatingJavaScriptFromString(harness);
-            results = view.stringByEvaluatingJavaScriptFromString("__wpt.run(" + quoted(*html) + ")");
+            results = view.stringByEvaluatingJavaScriptFromString("__wpt.run(" + jsStringLiteral(*html) + ")");
             if (results.empty())
-                results = "FAIL\t(harness)\t" + oneLine("no result: " + view.lastError()) + "\n";
+                results = "FAIL\t(harness)\t" + oneLine("no result: " + std::string(view.lastError())) + "\n";
         } else {
             results = "FAIL\t(runner)\tunreadable file\n";
         }
