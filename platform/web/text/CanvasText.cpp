@@ -195,6 +195,8 @@ InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style)
     InkBox box;
     for (const ShapedGlyph& glyph : shaped.glyphs) {
         const auto [x, y, size] = place(glyph, style);
+        if (!(size > 0))
+            continue;
         // Large glyphs are measured at the size outlines are kept at and scaled up.
         const double measuredSize = drawnAsOutlines(size) ? kOutlineMeasureSize : size;
         auto outward = [&](double value, bool up) {
