@@ -4,6 +4,7 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
@@ -117,7 +118,9 @@ plist_t toNode(const PlistValue& value)
         return plist_new_data(reinterpret_cast<const char*>(data.data()), data.size());
     }
     case PlistValue::Type::Date: {
+        // The library keeps dates as 32-bit seconds; later or earlier ones are pinned to its range.
         double seconds = value.asDate()->secondsSinceReferenceDate;
+        seconds = std::isfinite(seconds) ? std::clamp(seconds, -2147483648.0, 2147483647.0) : 0.0;
         double whole = std::floor(seconds);
         return plist_new_date(static_cast<std::int32_t>(whole), static_cast<std::int32_t>((seconds - whole) * 1e6));
     }
@@ -203,7 +206,7 @@ PlistValue parsePropertyList(const std::uint8_t* data, std::size_t size)
     const char* text = reinterpret_cast<const char*>(data);
     bool binary = plist_is_binary(text, static_cast<std::uint32_t>(size));
     if (binary ? !PropertyListSafety::binaryStructureWithinLimits(data, size)
-               : !PropertyListSafety::xmlNestingWithinLimit(text, size))
+               : !PropertyListSafety::xmlWithinLimits(text, size))
         return {};
     PlistNode root;
     if (binary)

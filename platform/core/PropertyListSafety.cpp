@@ -6,9 +6,12 @@
 
 namespace PropertyListSafety {
 
-bool xmlNestingWithinLimit(const char* data, std::size_t size)
+bool xmlWithinLimits(const char* data, std::size_t size)
 {
     std::string_view text(data, size);
+    // XML has no NUL character; the parser would keep it inside a string and then assert.
+    if (text.find('\0') != std::string_view::npos)
+        return false;
     int depth = 0;
     for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
         std::string_view tag = text.substr(at + 1);
@@ -55,36 +58,65 @@ struct BinaryPlist {
         return *offset >= 8 && *offset < offsetTable;
     }
 
-    // For an array, set or dictionary object: where its references start and how many there
-    // are (a dictionary has twice its count). Other objects have none.
-    bool references(std::uint64_t object, std::uint64_t* first, std::uint64_t* count) const
+    // The object's count (low nibble of the marker, or an integer object after it) and where
+    // its contents start.
+    bool count(std::uint64_t offset, std::uint64_t* n, std::uint64_t* contents) const
+    {
+        *n = data[offset] & 0x0F;
+        *contents = offset + 1;
+        if (*n != 0x0F)
+            return true;
+        std::uint64_t at = offset + 1;
+        if (at >= size || (data[at] >> 4) != 0x1)
+            return false;
+        unsigned bytes = 1u << (data[at] & 0x0F);
+        if (bytes > 8 || at + 1 + bytes > size)
+            return false;
+        *n = readBigEndian(data + at + 1, bytes);
+        *contents = at + 1 + bytes;
+        return *n <= size;
+    }
+
+    // The parser asserts that a string has no NUL inside; such files are refused instead.
+    bool stringWithoutNul(std::uint64_t contents, std::uint64_t units, unsigned unitSize) const
+    {
+        if (contents + units * unitSize > size)
+            return false;
+        for (std::uint64_t i = 0; i < units; ++i) {
+            const std::uint8_t* unit = data + contents + i * unitSize;
+            if (unit[0] == 0 && (unitSize == 1 || unit[1] == 0))
+                return false;
+        }
+        return true;
+    }
+
+    // Checks the object and, for an array, set or dictionary, tells where its references start
+    // and how many there are (a dictionary has twice its count). Other objects have none.
+    bool inspect(std::uint64_t object, std::uint64_t* first, std::uint64_t* refs) const
     {
         std::uint64_t offset;
         if (!objectOffset(object, &offset))
             return false;
-        std::uint8_t marker = data[offset];
-        unsigned type = marker >> 4;
-        *count = 0;
+        unsigned type = data[offset] >> 4;
         *first = 0;
-        if (type != 0xA && type != 0xC && type != 0xD)
+        *refs = 0;
+        std::uint64_t n, contents;
+        switch (type) {
+        case 0x5:
+            return count(offset, &n, &contents) && stringWithoutNul(contents, n, 1);
+        case 0x6:
+            return count(offset, &n, &contents) && stringWithoutNul(contents, n, 2);
+        case 0xA:
+        case 0xC:
+        case 0xD:
+            if (!count(offset, &n, &contents))
+                return false;
+            *refs = type == 0xD ? n * 2 : n;
+            *first = contents;
+            return *refs * refSize <= size && contents + *refs * refSize <= size;
+        default:
             return true;
-        std::uint64_t n = marker & 0x0F;
-        std::uint64_t at = offset + 1;
-        if (n == 0x0F) {
-            if (at >= size || (data[at] >> 4) != 0x1)
-                return false;
-            unsigned bytes = 1u << (data[at] & 0x0F);
-            if (bytes > 8 || at + 1 + bytes > size)
-                return false;
-            n = readBigEndian(data + at + 1, bytes);
-            at += 1 + bytes;
         }
-        std::uint64_t refs = type == 0xD ? n * 2 : n;
-        if (n > size || refs * refSize > size || at + refs * refSize > size)
-            return false;
-        *first = at;
-        *count = refs;
-        return true;
     }
 
     std::uint64_t reference(std::uint64_t first, std::uint64_t index) const
@@ -121,7 +153,7 @@ bool binaryStructureWithinLimits(const std::uint8_t* data, std::size_t size)
 
     auto enter = [&](std::uint64_t object) {
         Frame frame{object, 0, 0, 0, 1};
-        if (!plist.references(object, &frame.first, &frame.count))
+        if (!plist.inspect(object, &frame.first, &frame.count))
             return false;
         state[object] = InProgress;
         stack.push_back(frame);
