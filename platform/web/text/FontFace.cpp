@@ -1,5 +1,7 @@
 #include "platform/web/text/FontFace.h"
 
+#include "platform/web/text/LruCache.h"
+
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_OUTLINE_H
@@ -100,6 +102,27 @@ int conicTo(const FT_Vector* control, const FT_Vector* to, void* user)
     return 0;
 }
 
+struct OutlineKey {
+    const FontFace* face;
+    std::uint64_t glyph;  // glyph id and made-up bold strength
+    bool operator==(const OutlineKey&) const = default;
+};
+
+struct OutlineKeyHash {
+    std::size_t operator()(const OutlineKey& key) const
+    {
+        return std::hash<const void*>()(key.face) ^ (std::hash<std::uint64_t>()(key.glyph) * 0x9E3779B97F4A7C15ull);
+    }
+};
+
+// One cache for the outlines of every face, so that memory stays bounded however many
+// fallback faces a script's text pulls in.
+LruCache<OutlineKey, GlyphOutline, OutlineKeyHash>& outlineCache()
+{
+    static LruCache<OutlineKey, GlyphOutline, OutlineKeyHash> cache(4096);
+    return cache;
+}
+
 } // namespace
 
 std::unique_ptr<FontFace> FontFace::open(const std::string& file, int index, bool syntheticBold,
@@ -184,10 +207,11 @@ double FontFace::advance(std::uint32_t glyph) const
 const GlyphOutline& FontFace::outline(std::uint32_t glyph, double size)
 {
     const long strength = syntheticBold_ ? std::lround(unitsPerEm_ * syntheticBoldStrength(size)) : 0;
-    const std::uint64_t key = (static_cast<std::uint64_t>(strength) << 32) | glyph;
-    if (const GlyphOutline* cached = outlines_.find(key))
+    const OutlineKey key{this, (static_cast<std::uint64_t>(strength) << 32) | glyph};
+    auto& cache = outlineCache();
+    if (const GlyphOutline* cached = cache.find(key))
         return *cached;
-    return outlines_.insert(key, loadOutline(glyph, strength));
+    return cache.insert(key, loadOutline(glyph, strength));
 }
 
 GlyphOutline FontFace::loadOutline(std::uint32_t glyph, long boldStrength) const

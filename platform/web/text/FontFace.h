@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/web/text/LruCache.h"
-
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -62,5 +60,4 @@ private:
     double unitsPerEm_ = 1000;
     double ascent_ = 0.8, descent_ = 0.2, typoAscent_ = 0.8, typoDescent_ = 0.2, xHeight_ = 0.5;
     bool syntheticBold_ = false, syntheticItalic_ = false;
-    LruCache<std::uint64_t, GlyphOutline> outlines_{2048};
 };

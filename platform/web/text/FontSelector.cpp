@@ -210,9 +210,9 @@ FontSet& FontSelector::fontSet(const CanvasFont& font)
     };
     for (const auto& family : font.families)
         add(matchFamily(family, font.weight, font.style, font.stretch));
-    // No family available: the browser's standard font, which is a serif one.
+    // No family available: the standard font, which for phone scripts is a sans-serif one.
     if (set->faces_.empty())
-        add(matchFamily({"serif", true}, font.weight, font.style, font.stretch));
+        add(matchFamily({"sans-serif", true}, font.weight, font.style, font.stretch));
     if (set->faces_.empty())
         add(fallbackFace('a', set->weight_, set->slant_, set->width_));
     return *sets_.insert(key, std::move(set));

@@ -2,6 +2,7 @@
 
 #include "platform/web/text/CanvasFont.h"
 #include "platform/web/text/FontFace.h"
+#include "platform/web/text/LruCache.h"
 
 #include <cstdint>
 #include <memory>

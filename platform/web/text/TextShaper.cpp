@@ -216,11 +216,12 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
     return result;
 }
 
-constexpr std::size_t kCachedTextLength = 512;
+// Canvas text worth remembering is short (levels, labels); longer text is shaped each time.
+constexpr std::size_t kCachedTextLength = 128;
 
 LruCache<std::string, std::shared_ptr<const ShapedText>>& shapedTextCache()
 {
-    static LruCache<std::string, std::shared_ptr<const ShapedText>> cache(1024);
+    static LruCache<std::string, std::shared_ptr<const ShapedText>> cache(512);
     return cache;
 }
 

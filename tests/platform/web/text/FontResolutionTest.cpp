@@ -39,8 +39,9 @@ TEST(FontResolutionTest, UnknownFamiliesFallThroughTheList)
 {
     EXPECT_EQ(primaryFamily("12px NoSuchFont, monospace"), "Liberation Mono");
     EXPECT_EQ(primaryFamily("12px NoSuchFont, Helvetica Neue"), "Liberation Sans");
-    // With nothing available the browser's standard font stands in, which is a serif one.
-    EXPECT_EQ(primaryFamily("12px NoSuchFont"), "Liberation Serif");
+    // With nothing available the standard font stands in: sans-serif, never a serif face.
+    EXPECT_EQ(primaryFamily("12px NoSuchFont"), "Liberation Sans");
+    EXPECT_EQ(primaryFamily("12px Futura, 'Gill Sans'"), "Liberation Sans");
 }
 
 TEST(FontResolutionTest, StylesPickTheMatchingFace)

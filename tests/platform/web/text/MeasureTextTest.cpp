@@ -29,7 +29,8 @@ using A = CanvasTextAlign;
 using D = CanvasDirection;
 using K = CanvasFontKerning;
 
-// measureText() results of the reference browser with the project's font configuration.
+// measureText() results of the reference browser with the project's font configuration and
+// Liberation Sans as its standard font.
 const Case kCases[] = {
     // The built-in preview script's level text.
     {"17.3333px Helvetica Neue", "55", B::Middle, A::Center, D::Inherit, 0, K::Auto,
@@ -63,7 +64,7 @@ const Case kCases[] = {
     // Other families and styles, made-up bold for a fallback face, made-up small capitals.
     {"20px serif", "Wg", B::Alphabetic, A::Start, D::Inherit, 0, K::Auto, {28.877, 0, 28.877, 18, 4, 14, 5, 14.4, 0, -4}},
     {"20px Foo", "Hello", B::Alphabetic, A::Start, D::Inherit, 0, K::Auto,
-     {44.4336, 0, 44.4336, 18, 4, 14, 1, 14.4, 0, -4}},
+     {45.5762, -1, 45.4531, 18, 4, 15, 1, 14.4, 0, -4}},
     {"13px monospace", "Wg", B::Alphabetic, A::Start, D::Inherit, 0, K::Auto,
      {15.6025, 0, 14.8013, 11, 4, 9, 3, 8.8, 0, -4}},
     {"bold 16px Arial", "Hello", B::Alphabetic, A::Start, D::Inherit, 0, K::Auto,
