@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/core/PlistValue.h"
+
+// What the previews draw: {"lightSettings": ..., "darkSettings": ...}, each a dictionary with
+// what one theme-script call needs ("script", "height", "level", "charging", "low", "lpm",
+// "flipX", "flipY", "color", "baseColor" as colours, and "share"/"shareAlpha" when the base
+// colour follows the main colour). The light style draws with the dark colour keys and the
+// dark style with the light ones: colours for a light background are the "dark" settings.
+
+// Set while the secondary theme's list is on screen: previews then use its flip settings.
+extern bool useSecondarySettings;
+
+PlistDict getBatteryRenderSettings();
+// For a profile's preview: a colour profile is shown with the current theme.
+PlistDict getBatteryRenderSettingsForProfile(const PlistDict& profile);
+PlistDict getLightAndDarkColors();
