@@ -95,6 +95,23 @@ bool isWordSeparator(char32_t c)
     return c == ' ' || c == 0xA0;
 }
 
+// Letters of joined scripts are not spaced apart: it would break their joins.
+bool isCursive(hb_script_t script)
+{
+    switch (script) {
+    case HB_SCRIPT_ARABIC:
+    case HB_SCRIPT_SYRIAC:
+    case HB_SCRIPT_MONGOLIAN:
+    case HB_SCRIPT_NKO:
+    case HB_SCRIPT_MANDAIC:
+    case HB_SCRIPT_PHAGS_PA:
+    case HB_SCRIPT_HANIFI_ROHINGYA:
+        return true;
+    default:
+        return false;
+    }
+}
+
 struct Run {
     std::size_t start, end;
     FontFace* face;
@@ -181,6 +198,7 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
                             static_cast<int>(run.end - run.start));
         hb_buffer_set_direction(buffer, (run.level & 1) ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
         hb_buffer_guess_segment_properties(buffer);
+        const bool spaced = !isCursive(hb_buffer_get_script(buffer));
         hb_shape(run.face->hbFont(), buffer, features.data(), static_cast<unsigned>(features.size()));
 
         unsigned count = 0;
@@ -202,7 +220,7 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
             (run.smallCaps ? smallPen : pen) += positions[g].x_advance * unit;
             // Spacing goes after each cluster: where the next glyph starts another one.
             if (g + 1 == count || infos[g + 1].cluster != infos[g].cluster) {
-                ++letterGaps;
+                letterGaps += spaced;
                 if (isWordSeparator(text[infos[g].cluster]))
                     ++wordGaps;
             }
