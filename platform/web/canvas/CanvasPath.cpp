@@ -58,9 +58,10 @@ CanvasPath::Point CanvasPath::lastPointInUserSpace() const
 void CanvasPath::addMoveTo(Point p)
 {
     // A second move in a row replaces the first: a lone point draws nothing.
-    if (data_.size() >= 2 && data_[data_.size() - 2].header.type == CAIRO_PATH_MOVE_TO) {
+    if (lastElementIs(CAIRO_PATH_MOVE_TO)) {
         data_.back().point = {p.x, p.y};
     } else {
+        lastElement_ = data_.size();
         cairo_path_data_t header;
         header.header = {CAIRO_PATH_MOVE_TO, 2};
         data_.push_back(header);
@@ -74,6 +75,7 @@ void CanvasPath::addMoveTo(Point p)
 
 void CanvasPath::addLineTo(Point p)
 {
+    lastElement_ = data_.size();
     cairo_path_data_t header;
     header.header = {CAIRO_PATH_LINE_TO, 2};
     data_.push_back(header);
@@ -85,6 +87,7 @@ void CanvasPath::addLineTo(Point p)
 
 void CanvasPath::addCurveTo(Point c1, Point c2, Point p)
 {
+    lastElement_ = data_.size();
     cairo_path_data_t element[4];
     element[0].header = {CAIRO_PATH_CURVE_TO, 4};
     element[1].point = {c1.x, c1.y};
@@ -100,9 +103,15 @@ void CanvasPath::ensureSubpath(double x, double y)
         addMoveTo(mapped(x, y));
 }
 
+bool CanvasPath::lastElementIs(cairo_path_data_type_t type) const
+{
+    return lastElement_ < data_.size() && data_[lastElement_].header.type == type;
+}
+
 void CanvasPath::clearPath()
 {
     data_.clear();
+    lastElement_ = 0;
     hasSubpath_ = false;
 }
 
@@ -110,8 +119,8 @@ void CanvasPath::closePath()
 {
     if (!hasSubpath_ || !acceptsPathCalls())
         return;
-    if (!data_.empty() && data_.back().header.type != CAIRO_PATH_CLOSE_PATH
-        && !(data_.size() >= 2 && data_[data_.size() - 2].header.type == CAIRO_PATH_MOVE_TO)) {
+    if (!data_.empty() && !lastElementIs(CAIRO_PATH_CLOSE_PATH) && !lastElementIs(CAIRO_PATH_MOVE_TO)) {
+        lastElement_ = data_.size();
         cairo_path_data_t header;
         header.header = {CAIRO_PATH_CLOSE_PATH, 1};
         data_.push_back(header);
@@ -415,6 +424,7 @@ void CanvasPath::appendPath(const CanvasPath& other, const AffineTransform& tran
     hasSubpath_ = true;
     for (std::size_t i = first; i < data_.size(); i += data_[i].header.length) {
         const auto& header = data_[i].header;
+        lastElement_ = i;
         if (header.type == CAIRO_PATH_MOVE_TO)
             subpathStart_ = {data_[i + 1].point.x, data_[i + 1].point.y};
         if (header.type == CAIRO_PATH_CLOSE_PATH)

@@ -74,7 +74,10 @@ private:
     void addArc(double cx, double cy, double rx, double ry, double rotation, double start, double sweep, bool connect);
     void addRoundRectCorners(double x, double y, double w, double h, const RoundRectRadius (&r)[4], bool reversed);
 
+    bool lastElementIs(cairo_path_data_type_t type) const;
+
     std::vector<cairo_path_data_t> data_;
+    std::size_t lastElement_ = 0; // index of the last element's header
     bool hasSubpath_ = false;
     Point subpathStart_;
     Point lastPoint_;

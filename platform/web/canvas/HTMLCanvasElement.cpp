@@ -1,7 +1,7 @@
 #include "platform/web/canvas/HTMLCanvasElement.h"
 
-#include "platform/core/Base64.h"
 #include "platform/web/canvas/CanvasRenderingContext2D.h"
+#include "platform/web/image/DataURL.h"
 #include "platform/web/image/PNGEncoder.h"
 
 #include <cstring>
@@ -102,7 +102,7 @@ std::string HTMLCanvasElement::toDataURL(std::string_view, std::optional<double>
     std::string png = toPNG();
     if (png.empty())
         return "data:,";
-    return "data:image/png;base64," + Base64::encode(reinterpret_cast<const std::uint8_t*>(png.data()), png.size());
+    return base64DataURL("image/png", png);
 }
 
 ExceptionOr<bool> HTMLCanvasElement::checkUsability() const

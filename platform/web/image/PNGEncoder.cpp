@@ -1,6 +1,7 @@
 #include "platform/web/image/PNGEncoder.h"
 
 #include "platform/web/canvas/PixelConversion.h"
+#include "platform/web/image/FastDeflate.h"
 
 #include <zlib.h>
 
@@ -45,7 +46,7 @@ std::string encodePNG(cairo_surface_t* surface)
     bool opaque = format == CAIRO_FORMAT_RGB24;
 
     // Scanlines with the "sub" filter: runs of equal pixels become runs of zeros, which the
-    // fastest deflate settings squeeze well.
+    // run-length deflate squeezes well.
     std::size_t rowSize = 1 + std::size_t(width) * 4;
     std::vector<unsigned char> raw(rowSize * height);
     for (int y = 0; y < height; ++y) {
@@ -64,22 +65,8 @@ std::string encodePNG(cairo_surface_t* surface)
         }
     }
 
-    z_stream stream{};
-    if (deflateInit2(&stream, 1, Z_DEFLATED, 15, 8, Z_RLE) != Z_OK)
-        return {};
-    std::vector<unsigned char> compressed(deflateBound(&stream, uLong(raw.size())));
-    stream.next_in = raw.data();
-    stream.avail_in = uInt(raw.size());
-    stream.next_out = compressed.data();
-    stream.avail_out = uInt(compressed.size());
-    int status = deflate(&stream, Z_FINISH);
-    std::size_t compressedSize = stream.total_out;
-    deflateEnd(&stream);
-    if (status != Z_STREAM_END)
-        return {};
-
     std::string png;
-    png.reserve(compressedSize + 64);
+    png.reserve(raw.size() / 4 + 256);
     png.append("\x89PNG\r\n\x1a\n", 8);
     unsigned char header[13];
     auto put32 = [](unsigned char* at, std::uint32_t v) {
@@ -94,7 +81,16 @@ std::string encodePNG(cairo_surface_t* surface)
     header[11] = 0; // adaptive filtering
     header[12] = 0; // no interlace
     appendChunk(png, "IHDR", header, sizeof header);
-    appendChunk(png, "IDAT", compressed.data(), compressedSize);
+    // The image data chunk is compressed in place: length, type, zlib stream, CRC.
+    std::size_t lengthAt = png.size();
+    appendBigEndian(png, 0);
+    png.append("IDAT", 4);
+    appendZlibFast(png, raw.data(), raw.size());
+    std::size_t dataSize = png.size() - lengthAt - 8;
+    for (int i = 0; i < 4; ++i)
+        png[lengthAt + i] = char(dataSize >> (24 - 8 * i));
+    uLong crc = crc32(0, reinterpret_cast<const Bytef*>(png.data() + lengthAt + 4), uInt(dataSize + 4));
+    appendBigEndian(png, std::uint32_t(crc));
     appendChunk(png, "IEND", nullptr, 0);
     return png;
 }

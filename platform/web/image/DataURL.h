@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// "data:<mediaType>;base64,<data in Base64>", written in one pass into a string of the final
+// size.
+std::string base64DataURL(std::string_view mediaType, std::string_view data);

@@ -1,0 +1,121 @@
+#include "platform/web/image/FastDeflate.h"
+
+#include <zlib.h>
+
+#include <array>
+
+namespace {
+
+// Deflate writes Huffman codes most significant bit first into a stream filled from the least
+// significant bit, so the tables hold the codes bit-reversed.
+constexpr std::uint32_t reversed(std::uint32_t code, int length)
+{
+    std::uint32_t result = 0;
+    for (int i = 0; i < length; ++i)
+        result |= ((code >> i) & 1u) << (length - 1 - i);
+    return result;
+}
+
+struct Code {
+    std::uint32_t bits;
+    int length;
+};
+
+// The fixed literal/length code (RFC 1951, 3.2.6).
+constexpr Code fixedCode(int symbol)
+{
+    if (symbol < 144)
+        return {reversed(0x30 + symbol, 8), 8};
+    if (symbol < 256)
+        return {reversed(0x190 + symbol - 144, 9), 9};
+    if (symbol < 280)
+        return {reversed(symbol - 256, 7), 7};
+    return {reversed(0xc0 + symbol - 280, 8), 8};
+}
+
+constexpr auto kLiterals = [] {
+    std::array<Code, 286> table{};
+    for (int symbol = 0; symbol < 286; ++symbol)
+        table[symbol] = fixedCode(symbol);
+    return table;
+}();
+
+// For every match length 3..258: its length symbol's code followed by the extra bits, as one
+// bit string; then distance code 0 (distance 1), five zero bits.
+constexpr auto kLengths = [] {
+    constexpr int base[] = {3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 15, 17, 19, 23, 27, 31,
+                            35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195, 227, 258};
+    constexpr int extra[] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0};
+    std::array<Code, 259> table{};
+    for (int length = 3; length <= 258; ++length) {
+        int index = 28;
+        while (base[index] > length)
+            --index;
+        Code symbol = fixedCode(257 + index);
+        std::uint32_t extraValue = std::uint32_t(length - base[index]);
+        table[length] = {symbol.bits | extraValue << symbol.length, symbol.length + extra[index] + 5};
+    }
+    return table;
+}();
+
+class BitWriter {
+public:
+    explicit BitWriter(std::string& out) : out_(out) {}
+    void put(std::uint32_t bits, int count)
+    {
+        buffer_ |= std::uint64_t(bits) << used_;
+        used_ += count;
+        if (used_ >= 32) {
+            char bytes[4] = {char(buffer_), char(buffer_ >> 8), char(buffer_ >> 16), char(buffer_ >> 24)};
+            out_.append(bytes, 4);
+            buffer_ >>= 32;
+            used_ -= 32;
+        }
+    }
+    void flush()
+    {
+        while (used_ > 0) {
+            out_.push_back(char(buffer_));
+            buffer_ >>= 8;
+            used_ = used_ > 8 ? used_ - 8 : 0;
+        }
+    }
+
+private:
+    std::string& out_;
+    std::uint64_t buffer_ = 0;
+    int used_ = 0;
+};
+
+} // namespace
+
+void appendZlibFast(std::string& out, const std::uint8_t* data, std::size_t size)
+{
+    out.push_back(char(0x78)); // deflate, 32K window
+    out.push_back(char(0x01)); // fastest, no dictionary; (0x7801 % 31 == 0)
+    BitWriter writer(out);
+    writer.put(3, 3); // final block, fixed codes
+    std::size_t i = 0;
+    while (i < size) {
+        std::uint8_t byte = data[i];
+        const Code& literal = kLiterals[byte];
+        writer.put(literal.bits, literal.length);
+        std::size_t run = 1;
+        while (i + run < size && data[i + run] == byte && run < 1 + 258)
+            ++run;
+        std::size_t repeats = run - 1;
+        if (repeats >= 3) {
+            const Code& match = kLengths[repeats];
+            writer.put(match.bits, match.length);
+            i += run;
+        } else {
+            i += 1;
+        }
+    }
+    const Code& end = kLiterals[256];
+    writer.put(end.bits, end.length);
+    writer.flush();
+    std::uint32_t checksum = std::uint32_t(adler32(adler32(0, nullptr, 0), data, uInt(size)));
+    char trailer[4] = {char(checksum >> 24), char(checksum >> 16), char(checksum >> 8), char(checksum)};
+    out.append(trailer, 4);
+}
