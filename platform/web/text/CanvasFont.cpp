@@ -16,7 +16,7 @@ namespace {
 // The root element's font size, which rem refers to, and the largest size a font may have.
 constexpr double kRootFontSize = 16;
 constexpr double kMaximumFontSize = 10000;
-// Canvas text is measured without a page around it; viewport units use this one.
+// Canvas text is measured without a page around it; viewport units in a font use this one.
 constexpr double kViewportWidth = 1280, kViewportHeight = 720;
 
 constexpr std::array<const char*, 14> kGenericFamilyNames{
@@ -76,9 +76,9 @@ std::optional<double> angleInDegrees(const CssToken& token)
     return std::nullopt;
 }
 
-// Numbers print with six significant digits, trailing zeros dropped, as browsers print a
-// font's size.
-std::string formatNumber(double value)
+} // namespace
+
+std::string formatCssNumber(double value)
 {
     if (value == 0 || !std::isfinite(value))
         return "0";
@@ -99,6 +99,8 @@ std::string formatNumber(double value)
     }
     return text;
 }
+
+namespace {
 
 class FontShorthandParser {
 public:
@@ -196,7 +198,11 @@ private:
             else
                 px = absoluteSizeKeyword(word);
         } else {
-            px = cssLengthInPixels(token, defaultCanvasFont().size);
+            CssLengthBase base = lengthBaseOf(defaultCanvasFont());
+            base.rem = kRootFontSize;
+            base.viewportWidth = kViewportWidth;
+            base.viewportHeight = kViewportHeight;
+            px = cssLengthInPixels(token, base);
         }
         if (!px || *px < 0 || std::isnan(*px))
             return false;
@@ -216,7 +222,7 @@ private:
             return asciiLower(token.text) == "normal";
         if (token.type == CssToken::Number || token.type == CssToken::Percentage)
             return token.number >= 0;
-        return token.type == CssToken::Dimension && cssLengthInPixels(token, 10).value_or(-1) >= 0;
+        return token.type == CssToken::Dimension && cssLengthInPixels(token, CssLengthBase{}).value_or(-1) >= 0;
     }
 
     bool families(CanvasFont& font)
@@ -258,51 +264,45 @@ private:
 
 } // namespace
 
-std::optional<double> cssLengthInPixels(const CssToken& token, double em)
+std::optional<double> cssLengthInPixels(const CssToken& token, const CssLengthBase& base, bool unitlessZero)
 {
     if (token.type == CssToken::Percentage)
-        return em * token.number / 100;
-    if (token.type == CssToken::Number && token.number == 0)
+        return base.em * token.number / 100;
+    if (token.type == CssToken::Number && token.number == 0 && unitlessZero)
         return 0.0;
     if (token.type != CssToken::Dimension)
         return std::nullopt;
     const std::string& unit = token.text;
     const double n = token.number;
-    if (unit == "px")
-        return n;
-    if (unit == "pt")
-        return n * 96 / 72;
-    if (unit == "pc")
-        return n * 16;
-    if (unit == "in")
-        return n * 96;
-    if (unit == "cm")
-        return n * 96 / 2.54;
-    if (unit == "mm")
-        return n * 96 / 25.4;
-    if (unit == "q")
-        return n * 96 / 101.6;
-    if (unit == "em")
-        return n * em;
-    if (unit == "rem")
-        return n * kRootFontSize;
-    if (unit == "vw")
-        return n * kViewportWidth / 100;
-    if (unit == "vh")
-        return n * kViewportHeight / 100;
-    if (unit == "vmin")
-        return n * std::min(kViewportWidth, kViewportHeight) / 100;
-    if (unit == "vmax")
-        return n * std::max(kViewportWidth, kViewportHeight) / 100;
-    if (unit == "ex" || unit == "ch") {
-        // Relative to the default canvas font's x-height or digit zero.
-        FontFace* face = FontSelector::shared().fontSet(defaultCanvasFont()).primary();
-        double perEm = 0.5;
-        if (face)
-            perEm = unit == "ex" ? face->xHeight() : face->advance(face->glyphFor('0'));
-        return n * perEm * em;
+    static constexpr std::pair<const char*, double> kAbsolute[] = {
+        {"px", 1}, {"pt", 96.0 / 72}, {"pc", 16}, {"in", 96}, {"cm", 96 / 2.54}, {"mm", 96 / 25.4}, {"q", 96 / 101.6}};
+    for (auto [name, pixels] : kAbsolute) {
+        if (unit == name)
+            return n * pixels;
+    }
+    const std::pair<const char*, double> relative[] = {
+        {"em", base.em}, {"rem", base.rem}, {"ex", base.ex}, {"ch", base.ch},
+        {"vw", base.viewportWidth / 100}, {"vh", base.viewportHeight / 100},
+        {"vmin", std::min(base.viewportWidth, base.viewportHeight) / 100},
+        {"vmax", std::max(base.viewportWidth, base.viewportHeight) / 100}};
+    for (auto [name, pixels] : relative) {
+        if (unit == name)
+            return n * pixels;
     }
     return std::nullopt;
+}
+
+// Lengths relative to `font`: its size, x-height and width of the digit zero.
+CssLengthBase lengthBaseOf(const CanvasFont& font)
+{
+    CssLengthBase base;
+    base.em = base.rem = font.size;
+    base.ex = base.ch = font.size / 2;
+    if (FontFace* face = FontSelector::shared().fontSet(font).primary()) {
+        base.ex = face->xHeight() * font.size;
+        base.ch = face->advance(face->glyphFor('0')) * font.size;
+    }
+    return base;
 }
 
 std::string CanvasFont::serialization() const
@@ -317,7 +317,7 @@ std::string CanvasFont::serialization() const
         out += std::to_string(weight) + ' ';
     if (variant == CanvasFontVariant::SmallCaps)
         out += "small-caps ";
-    out += formatNumber(size) + "px";
+    out += formatCssNumber(size) + "px";
     for (std::size_t i = 0; i < families.size(); ++i) {
         out += i ? ", " : " ";
         const CanvasFontFamily& family = families[i];

@@ -307,13 +307,24 @@ std::string_view toString(CanvasFontKerning value)
 
 std::optional<double> parseCanvasSpacing(std::string_view text, const CanvasFont& font)
 {
+    // One length, nothing around it: no white space, no percentage, no unitless zero.
     auto tokens = tokenizeCss(text);
-    if (!tokens || tokens->size() != 1 || (*tokens)[0].type == CssToken::Percentage)
+    if (!tokens || tokens->size() != 1 || (*tokens)[0].type != CssToken::Dimension || text.empty()
+        || text.front() == ' ' || text.back() == ' ' || text.find_first_of("\t\n\r\f/") != std::string_view::npos)
         return std::nullopt;
-    auto px = cssLengthInPixels((*tokens)[0], font.size);
+    // Spacing has no viewport to refer to; rem, like em, refers to the font.
+    auto px = cssLengthInPixels((*tokens)[0], lengthBaseOf(font), false);
     if (!px || !std::isfinite(*px))
         return std::nullopt;
     return *px;
+}
+
+std::string serializeCanvasSpacing(std::string_view text)
+{
+    auto tokens = tokenizeCss(text);
+    if (!tokens || tokens->size() != 1 || (*tokens)[0].type != CssToken::Dimension)
+        return "0px";
+    return formatCssNumber((*tokens)[0].number) + (*tokens)[0].text;
 }
 
 TextMetrics measureText(std::string_view utf8, const CanvasTextStyle& style)

@@ -24,9 +24,14 @@ std::string_view toString(CanvasTextBaseline);
 std::string_view toString(CanvasDirection);
 std::string_view toString(CanvasFontKerning);
 
-// Parses the letterSpacing / wordSpacing attribute: a CSS length ("2px", "0.1em", "-1pt");
-// em resolves against `font`. Gives nothing for invalid text (the setter then ignores it).
+// Parses the letterSpacing / wordSpacing attribute: one CSS length ("2px", "0.1em", "-1pt")
+// in pixels; em, rem, ex and ch refer to `font`. Gives nothing for invalid text (white space
+// around it, a percentage, a unitless number), and the setter then ignores it.
 std::optional<double> parseCanvasSpacing(std::string_view text, const CanvasFont& font);
+
+// What the attribute's getter returns for a value parseCanvasSpacing accepted: the number
+// printed anew with its unit in lower case ("1.5PX" gives "1.5px", "1e1px" gives "10px").
+std::string serializeCanvasSpacing(std::string_view text);
 
 // Everything of a context's drawing state that places text. Inherit direction means ltr.
 struct CanvasTextStyle {

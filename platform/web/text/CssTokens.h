@@ -27,7 +27,21 @@ bool isCssIdentifier(std::string_view name);
 // Serializes `text` as a CSS string in double quotes.
 std::string serializeCssString(std::string_view text);
 
+// What relative lengths refer to, in CSS pixels. Percentages refer to `em`.
+struct CssLengthBase {
+    double em = 16, rem = 16, ex = 8, ch = 8;
+    double viewportWidth = 0, viewportHeight = 0;
+};
+
+struct CanvasFont;
+
+// Lengths relative to a canvas font: its size (for em and rem, as canvas spacing has them),
+// x-height and digit zero; no viewport.
+CssLengthBase lengthBaseOf(const CanvasFont& font);
+
+// Six significant digits, trailing zeros dropped, as browsers print a font's size.
+std::string formatCssNumber(double value);
+
 // The value of a length token in CSS pixels, or nothing when the token is not a length.
-// `em` is the size em and percentages refer to; other font-relative units come from the
-// default canvas font; viewport units from a nominal 1280 by 720 viewport.
-std::optional<double> cssLengthInPixels(const CssToken& token, double em);
+// A unitless zero counts as a length only where `unitlessZero` says so.
+std::optional<double> cssLengthInPixels(const CssToken& token, const CssLengthBase& base, bool unitlessZero = true);
