@@ -203,7 +203,7 @@ InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style)
             value = roundToLayoutUnit(value * measuredSize / size);
             return (up ? std::ceil(value) : std::floor(value)) * size / measuredSize;
         };
-        const GlyphOutline& outline = glyph.face->outline(glyph.glyph, size);
+        const GlyphOutline& outline = glyph.face->outline(glyph.glyph, size, GlyphUse::Measure);
         if (outline.empty())
             continue;
         const double scale = size / glyph.face->unitsPerEm();

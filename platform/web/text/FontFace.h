@@ -22,6 +22,9 @@ struct GlyphOutline {
 // A font file's face as canvas text uses it: shaping through HarfBuzz, outlines and vertical
 // metrics through FreeType. `syntheticBold` and `syntheticItalic` make up a style the file
 // lacks, the way browsers do (a thicker outline, a slant of a quarter).
+// Drawn and measured glyphs differ for a made-up bold (see FontFace::outline).
+enum class GlyphUse { Draw, Measure };
+
 class FontFace {
 public:
     static std::unique_ptr<FontFace> open(const std::string& file, int index, bool syntheticBold,
@@ -46,9 +49,9 @@ public:
     double typoDescent() const { return typoDescent_; }
     double xHeight() const { return xHeight_; }
 
-    // The outline of `glyph` as drawn at `size` pixels (a made-up bold thickens by an
-    // amount that depends on the size).
-    const GlyphOutline& outline(std::uint32_t glyph, double size);
+    // The outline of `glyph` as drawn, or measured, at `size` pixels (a made-up bold
+    // thickens by an amount that depends on both).
+    const GlyphOutline& outline(std::uint32_t glyph, double size, GlyphUse use = GlyphUse::Draw);
 
 private:
     FontFace() = default;
