@@ -308,7 +308,10 @@ public:
     {
         if constexpr (std::is_constructible_v<T, int, const std::string&, std::shared_ptr<PSSpecifier>>)
             cls_->setCellFactory([](int style, const std::string& reuse, std::shared_ptr<PSSpecifier> specifier) {
-                return static_cast<PSTableCell*>(new T(style, reuse, std::move(specifier)));
+                T* cell = new T(style, reuse, std::move(specifier));
+                // Parts that ask overridable methods are built once the object is whole.
+                cell->didFinishInitialising();
+                return static_cast<PSTableCell*>(cell);
             });
         else if constexpr (std::is_default_constructible_v<T> && !std::is_abstract_v<T>)
             cls_->setFactory([] { return static_cast<NSObject*>(new T()); });

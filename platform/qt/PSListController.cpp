@@ -8,6 +8,7 @@
 #include "platform/core/PropertyListFile.h"
 #include "platform/core/PropertyListUpdate.h"
 #include "platform/core/Root.h"
+#include "platform/core/SystemLog.h"
 
 #include <QFile>
 #include <QVBoxLayout>
@@ -89,15 +90,24 @@ void PSListController::reload()
 {
     if (!table_)
         return;
-    rebuildGroups();
+    try {
+        rebuildGroups();
+    } catch (const std::exception&) {
+        // A page that cannot say what it shows stays empty rather than taking the app down.
+        groups_.clear();
+        systemLog("AMPW: page " + isa().name() + " has no entries");
+    }
     table_->reloadData();
 }
 
 std::shared_ptr<PSSpecifier> PSListController::specifierForID(const std::string& identifier)
 {
-    for (const std::shared_ptr<PSSpecifier>& entry : specifiers())
-        if (entry->identifier() == identifier)
-            return entry;
+    try {
+        for (const std::shared_ptr<PSSpecifier>& entry : specifiers())
+            if (entry->identifier() == identifier)
+                return entry;
+    } catch (const std::exception&) {
+    }
     return nullptr;
 }
 
@@ -232,7 +242,12 @@ void PSListController::loadView()
     layout->setContentsMargins(0, 0, 0, 0);
     table_ = new UITableView(this, this);
     layout->addWidget(table_);
-    setFocusProxy(nullptr);
+}
+
+void PSListController::viewDidLoad()
+{
+    // The entries are asked for once loading is done, as the platform's table first asks
+    // its data source after the view exists.
     reload();
 }
 

@@ -51,6 +51,7 @@ public:
     virtual void removedSpecifier(std::shared_ptr<PSSpecifier>) {}
 
     void loadView() override;
+    void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
 
     // The table's questions, answered from the entries.

@@ -221,6 +221,9 @@ void PSTableCell::setGroupPosition(bool first, bool last, double radius)
 
 void PSTableCell::paintEvent(QPaintEvent*)
 {
+    // Button rows follow the tint of whatever page they are on now.
+    if (specifier_ && specifier_->cellType() == PSButtonCell)
+        setLabelColor(textLabel_, toQColor(UIView::effectiveTintColor(this)));
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

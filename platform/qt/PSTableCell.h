@@ -57,6 +57,9 @@ public:
     virtual void setValue(const Id& value);
     virtual Id value() const { return value_; }
 
+    // Called right after a cell is made by its class (overridden methods work here, unlike
+    // in a constructor).
+    virtual void didFinishInitialising() {}
     // Called once the table has placed the row in its view hierarchy.
     virtual void didMoveToSuperview() {}
     // Lays the row's parts out; called on every size change.

@@ -37,6 +37,13 @@ void UIButton::setEmphasised(bool emphasised)
     setFont(bold);
 }
 
+void UIButton::setBackChevron(bool chevron)
+{
+    chevron_ = chevron;
+    updateGeometry();
+    update();
+}
+
 QSize UIButton::sizeHint() const
 {
     if (background_ && text().isEmpty()) {
@@ -44,7 +51,7 @@ QSize UIButton::sizeHint() const
         return QSize(static_cast<int>(std::ceil(size.width)), static_cast<int>(std::ceil(size.height)));
     }
     QFontMetrics metrics(font());
-    return QSize(metrics.horizontalAdvance(text()) + 4, std::max(metrics.height(), 30));
+    return QSize(metrics.horizontalAdvance(text()) + 4 + (chevron_ ? 20 : 0), std::max(metrics.height(), 30));
 }
 
 void UIButton::paintEvent(QPaintEvent*)
@@ -56,11 +63,18 @@ void UIButton::paintEvent(QPaintEvent*)
         painter.setOpacity(0.3);
     if (background_)
         painter.drawImage(QRectF(rect()), toQImage(background_));
+    QColor colour = isEnabled() ? toQColor(UIView::effectiveTintColor(this)) : QColor(0, 0, 0, 70);
+    QRectF area(rect());
+    if (chevron_) {
+        double middle = height() / 2.0;
+        painter.setPen(QPen(colour, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(QPolygonF({QPointF(11, middle - 10), QPointF(2, middle), QPointF(11, middle + 10)}));
+        area.setLeft(20);
+    }
     if (!text().isEmpty()) {
-        QColor colour = isEnabled() ? toQColor(UIView::effectiveTintColor(this)) : QColor(0, 0, 0, 70);
         painter.setPen(colour);
         painter.setFont(font());
-        painter.drawText(rect(), Qt::AlignCenter, text());
+        painter.drawText(area, chevron_ ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter, text());
     }
     if (hasFocus()) {
         painter.setOpacity(1);

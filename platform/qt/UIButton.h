@@ -17,6 +17,8 @@ public:
     void setTitleFont(const QFont& font);
     // Whether the title is drawn bold (the cancel button of an alert).
     void setEmphasised(bool emphasised);
+    // Draws the back chevron before the title (the navigation bar's back button).
+    void setBackChevron(bool chevron);
 
     QSize sizeHint() const override;
 
@@ -26,4 +28,5 @@ protected:
 private:
     UIImage background_;
     bool emphasised_ = false;
+    bool chevron_ = false;
 };

@@ -28,6 +28,7 @@ UINavigationBar::UINavigationBar(QWidget* parent) : QWidget(parent)
 {
     setFixedHeight(kHeight);
     back_ = new UIButton(QStringLiteral("Back"), this);
+    back_->setBackChevron(true);
     back_->setFocusPolicy(Qt::TabFocus);
     back_->hide();
     title_ = new QLabel(this);
@@ -62,7 +63,7 @@ void UINavigationBar::show(UINavigationItem* item, const std::string& backTitle)
 
     item_ = item;
     back_->setVisible(!backTitle.empty());
-    back_->setText(QStringLiteral("\u2039 ") + backButtonTitle(backTitle));
+    back_->setText(backButtonTitle(backTitle));
     back_->setAccessibleName(backButtonTitle(backTitle));
     title_->setText(item ? QString::fromStdString(item->title()) : QString());
     title_->setAccessibleName(title_->text());

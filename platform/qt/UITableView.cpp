@@ -176,12 +176,12 @@ void UITableView::relayout()
         auto [heading, footer] = content_->labels[s];
         bool previousHadFooter = s > 0 && content_->labels[s - 1].second;
         if (heading) {
-            y += s == 0 ? 17 : (previousHadFooter ? 10 : 20);
+            y += s == 0 ? 17 : (previousHadFooter ? 22 : 28);
             int lineHeight = heading->sizeHint().height();
             heading->setGeometry(static_cast<int>(kSideInset * 2), static_cast<int>(y), static_cast<int>(groupWidth - kSideInset * 2), lineHeight);
             y += lineHeight + 7;
         } else {
-            y += s == 0 ? 35 : (previousHadFooter ? 17 : 35);
+            y += s == 0 ? 35 : (previousHadFooter ? 24 : 35);
         }
         const auto& cells = sections_[s].cells;
         for (std::size_t r = 0; r < cells.size(); ++r) {

@@ -1,0 +1,4 @@
+#pragma once
+
+// Registers the framework's pages and cells by name, with the platform's.
+void registerPageKitClasses();
