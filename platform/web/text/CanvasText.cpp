@@ -230,16 +230,17 @@ bool isAxisAligned(const cairo_matrix_t& m)
     return m.xy == 0 && m.yx == 0 && m.xx != 0 && m.yy != 0;
 }
 
-// The reference rasterizer places glyphs at quarter pixels along the baseline and at whole
-// pixels across it; doing the same in device space keeps text on the same pixels.
-void snapToDevicePixels(cairo_t* cr, double& x, double& y)
+// The reference rasterizer places glyphs at quarter pixels along a horizontal baseline and at
+// whole pixels across it, and at quarter pixels both ways when the text is turned; doing the
+// same in device space keeps text on the same pixels.
+void snapToDevicePixels(cairo_t* cr, double& x, double& y, bool axisAligned)
 {
     double dx = x, dy = y;
     cairo_user_to_device(cr, &dx, &dy);
     if (std::abs(dx) > 1e9 || std::abs(dy) > 1e9)
         return;
     dx = std::floor((dx + 0.125) * 4) / 4;
-    dy = std::floor(dy + 0.5);
+    dy = axisAligned ? std::floor(dy + 0.5) : std::floor((dy + 0.125) * 4) / 4;
     cairo_device_to_user(cr, &dx, &dy);
     x = dx;
     y = dy;
@@ -376,7 +377,8 @@ void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, cons
 
     cairo_matrix_t ctm;
     cairo_get_matrix(cr, &ctm);
-    const bool snap = isAxisAligned(ctm);
+    const bool axisAligned = isAxisAligned(ctm);
+    const bool invertible = std::abs(ctm.xx * ctm.yy - ctm.xy * ctm.yx) > 1e-12;
     for (const ShapedGlyph& glyph : layout.shaped->glyphs) {
         const GlyphPlacement at = place(glyph, style);
         const GlyphOutline& outline = glyph.face->outline(glyph.glyph, at.size);
@@ -384,8 +386,8 @@ void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, cons
             continue;
         double gx = startX + at.x * squeeze;
         double gy = baselineY + at.y;
-        if (snap)
-            snapToDevicePixels(cr, gx, gy);
+        if (invertible)
+            snapToDevicePixels(cr, gx, gy, axisAligned);
         const double scale = at.size / glyph.face->unitsPerEm();
         appendOutline(cr, outline, gx, gy, scale * squeeze, scale);
     }
