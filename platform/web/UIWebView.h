@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/core/CGGeometry.h"
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// The web view that runs theme scripts: a JavaScript engine with a 2D canvas, never shown.
+// Every web view of the process shares one engine; the first use makes it.
+class UIWebView {
+public:
+    explicit UIWebView(CGRect frame);
+    ~UIWebView();
+    UIWebView(const UIWebView&) = delete;
+    UIWebView& operator=(const UIWebView&) = delete;
+
+    CGRect frame() const { return frame_; }
+
+    // Starts a new, empty document: nothing a previous script made or changed is reachable.
+    // The markup is not parsed (the document is always empty); the base URL is not used.
+    void loadHTMLStringBaseURL(std::optional<std::string> html, std::optional<std::string> baseURL);
+
+    // Evaluates the script in the current document and returns the value of its last expression
+    // when that is a string; "" when it is not a string, on an exception, or when a limit
+    // stopped the script.
+    std::string stringByEvaluatingJavaScriptFromString(std::string_view script);
+
+    // Why the last evaluation gave "": the exception's text ("TypeError: ..."), "stopped after
+    // 500 ms", "stopped: used too much memory", "the result is not a string"; empty after
+    // success.
+    const std::string& lastError() const { return lastError_; }
+
+    // How long one evaluation may run (wall time, promise jobs included); 500 ms by default.
+    static void setExecutionTimeLimit(std::chrono::milliseconds limit);
+
+private:
+    CGRect frame_;
+    std::string lastError_;
+    // The engine's document this view last started; another view's load replaces it.
+    std::uint64_t document_ = 0;
+};

@@ -1,0 +1,404 @@
+#include "platform/web/script/Realm.h"
+
+#include "platform/web/script/Bindings.h"
+#include "platform/web/script/RealmIsolation.h"
+#include "platform/web/script/ScriptEngine.h"
+
+#include <stdexcept>
+
+namespace script {
+
+namespace {
+
+// Runs before any script: captures what the bindings need in its original form and takes away
+// what a canvas script must not have (timers and compilation that outlive an evaluation, and
+// the engine's own console, which ours replaces).
+constexpr const char* kBootstrap = R"JS((function () {
+    'use strict';
+    const g = globalThis;
+    delete g.WebAssembly;
+    delete g.FinalizationRegistry;
+    delete g.console;
+    const defineProperty = Reflect.defineProperty;
+    return {
+        eval: g.eval,
+        TypeError: g.TypeError,
+        RangeError: g.RangeError,
+        errorPrototype: g.Error.prototype,
+        functionPrototype: g.Function.prototype,
+        objectPrototype: g.Object.prototype,
+        defineProperty,
+        preventExtensions: Reflect.preventExtensions,
+        iterator: g.Symbol.iterator,
+        toStringTag: g.Symbol.toStringTag,
+        define(object, key, value, getter, setter, flags) {
+            const descriptor = { enumerable: (flags & 2) !== 0, configurable: (flags & 4) !== 0 };
+            if (flags & 8) {
+                descriptor.get = getter;
+                descriptor.set = setter;
+            } else {
+                descriptor.value = value;
+                descriptor.writable = (flags & 1) !== 0;
+            }
+            if (!defineProperty(object, key, descriptor))
+                throw new TypeError('cannot define ' + String(key));
+        },
+    };
+})())JS";
+
+JSClassRef interfaceObjectClass();
+
+struct InterfaceObjectData final : PrivateData {
+    explicit InterfaceObjectData(const InterfaceSpec& spec) : PrivateData(Kind::InterfaceObject), spec(&spec) {}
+    const InterfaceSpec* spec;
+};
+
+const InterfaceSpec* interfaceOf(JSObjectRef object)
+{
+    auto* data = static_cast<PrivateData*>(JSObjectGetPrivate(object));
+    if (!data || data->kind != PrivateData::Kind::InterfaceObject)
+        return nullptr;
+    return static_cast<InterfaceObjectData*>(data)->spec;
+}
+
+JSValueRef callInterfaceObject(JSContextRef ctx, JSObjectRef function, JSObjectRef, std::size_t, const JSValueRef[],
+                               JSValueRef* exception)
+{
+    const InterfaceSpec* spec = interfaceOf(function);
+    std::string name = spec ? spec->name : "object";
+    *exception = Realm::of(ctx).typeError(spec && spec->constructor
+        ? "Failed to construct '" + name + "': Please use the 'new' operator, this DOM object constructor cannot be called as a function."
+        : "Illegal constructor");
+    return nullptr;
+}
+
+JSObjectRef constructInterfaceObject(JSContextRef ctx, JSObjectRef constructor, std::size_t argc,
+                                     const JSValueRef argv[], JSValueRef* exception)
+{
+    JSValueRef result = detail::boundary(ctx, exception, [&]() -> JSValueRef {
+        const InterfaceSpec* spec = interfaceOf(constructor);
+        Call call(ctx, nullptr, argc, argv);
+        if (!spec || !spec->constructor)
+            call.throwTypeError("Illegal constructor");
+        call.requireArguments(spec->constructorLength, spec->name, "", true);
+        return spec->constructor(call);
+    });
+    return result ? const_cast<JSObjectRef>(result) : nullptr;
+}
+
+// Ordinary instanceof: whether the interface's prototype is on the value's chain.
+bool interfaceHasInstance(JSContextRef ctx, JSObjectRef constructor, JSValueRef value, JSValueRef* exception)
+{
+    if (!JSValueIsObject(ctx, value))
+        return false;
+    JSString key("prototype");
+    JSValueRef prototype = JSObjectGetProperty(ctx, constructor, key.get(), exception);
+    if (*exception)
+        return false;
+    if (!JSValueIsObject(ctx, prototype)) {
+        *exception = Realm::of(ctx).typeError("Function has non-object prototype in instanceof check");
+        return false;
+    }
+    JSValueRef current = JSObjectGetPrototype(ctx, const_cast<JSObjectRef>(value));
+    for (int depth = 0; JSValueIsObject(ctx, current) && depth < 100000; ++depth) {
+        if (JSValueIsStrictEqual(ctx, current, prototype))
+            return true;
+        current = JSObjectGetPrototype(ctx, const_cast<JSObjectRef>(current));
+    }
+    return false;
+}
+
+void finalizeInterfaceObject(JSObjectRef object)
+{
+    delete static_cast<PrivateData*>(JSObjectGetPrivate(object));
+}
+
+JSClassRef interfaceObjectClass()
+{
+    static JSClassRef cls = [] {
+        JSClassDefinition definition = kJSClassDefinitionEmpty;
+        definition.attributes = kJSClassAttributeNoAutomaticPrototype;
+        definition.className = "Function";
+        definition.callAsFunction = callInterfaceObject;
+        definition.callAsConstructor = constructInterfaceObject;
+        definition.hasInstance = interfaceHasInstance;
+        definition.finalize = finalizeInterfaceObject;
+        return JSClassCreate(&definition);
+    }();
+    return cls;
+}
+
+// Wrappers die in the collector, maybe on another thread; their C++ objects are released later
+// on ours (ScriptEngine::releaseFinalized).
+void finalizeWrapper(JSObjectRef object)
+{
+    ScriptEngine::deferRelease(static_cast<PrivateData*>(JSObjectGetPrivate(object)));
+}
+
+JSClassRef instanceClass(const InterfaceSpec& spec)
+{
+    static std::unordered_map<const InterfaceSpec*, JSClassRef> classes;
+    auto found = classes.find(&spec);
+    if (found != classes.end())
+        return found->second;
+    JSClassDefinition definition = kJSClassDefinitionEmpty;
+    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
+    definition.className = spec.name;
+    definition.finalize = finalizeWrapper;
+    JSClassRef cls = JSClassCreate(&definition);
+    classes.emplace(&spec, cls);
+    return cls;
+}
+
+enum DefineFlags { Writable = 1, Enumerable = 2, Configurable = 4, Accessor = 8 };
+
+} // namespace
+
+Realm::Realm(JSContextGroupRef group)
+    : group_(group)
+    , ctx_(JSGlobalContextCreateInGroup(group, nullptr))
+    , global_(ctx_ ? JSContextGetGlobalObject(ctx_) : nullptr)
+{
+    if (!ctx_)
+        throw std::runtime_error("cannot create a JavaScript context");
+    current_ = this;
+    captureIntrinsics();
+    for (const InterfaceSpec* spec : allInterfaces())
+        installInterface(*spec);
+    installWindow();
+    isolation_ = std::make_unique<RealmIsolation>(*this);
+}
+
+Realm::~Realm()
+{
+    isolation_.reset();
+    dropDocument();
+    for (auto& [identity, weak] : identities_)
+        JSWeakRelease(group_, weak);
+    for (JSObjectRef object : protected_)
+        JSValueUnprotect(ctx_, object);
+    JSGlobalContextRelease(ctx_);
+    if (current_ == this)
+        current_ = nullptr;
+}
+
+Realm* Realm::current_ = nullptr;
+
+Realm& Realm::of(JSContextRef)
+{
+    return *current_;
+}
+
+JSObjectRef Realm::protect(JSObjectRef object)
+{
+    JSValueProtect(ctx_, object);
+    protected_.push_back(object);
+    return object;
+}
+
+void Realm::captureIntrinsics()
+{
+    JSString source(kBootstrap);
+    JSValueRef exception = nullptr;
+    JSValueRef result = JSEvaluateScript(ctx_, source.get(), nullptr, nullptr, 1, &exception);
+    if (exception || !JSValueIsObject(ctx_, result))
+        throw std::runtime_error("cannot start the JavaScript context");
+    intrinsics_ = protect(const_cast<JSObjectRef>(result));
+    auto object = [&](const char* name) { return toObject(ctx_, getProperty(ctx_, intrinsics_, name)); };
+    evalFunction_ = object("eval");
+    typeErrorConstructor_ = object("TypeError");
+    rangeErrorConstructor_ = object("RangeError");
+    defineHelper_ = object("define");
+    iteratorSymbol_ = getProperty(ctx_, intrinsics_, "iterator");
+}
+
+void Realm::defineValue(JSObjectRef object, JSValueRef key, JSValueRef value, bool writable, bool enumerable,
+                        bool configurable)
+{
+    int flags = (writable ? Writable : 0) | (enumerable ? Enumerable : 0) | (configurable ? Configurable : 0);
+    JSValueRef arguments[] = {object, key, value, JSValueMakeUndefined(ctx_), JSValueMakeUndefined(ctx_),
+                              JSValueMakeNumber(ctx_, flags)};
+    JSValueRef exception = nullptr;
+    JSObjectCallAsFunction(ctx_, defineHelper_, nullptr, 6, arguments, &exception);
+    rethrowIf(exception);
+}
+
+void Realm::defineAccessor(JSObjectRef object, JSValueRef key, JSValueRef getter, JSValueRef setter, bool enumerable,
+                           bool configurable)
+{
+    int flags = Accessor | (enumerable ? Enumerable : 0) | (configurable ? Configurable : 0);
+    JSValueRef undefined = JSValueMakeUndefined(ctx_);
+    JSValueRef arguments[] = {object, key, undefined, getter ? getter : undefined, setter ? setter : undefined,
+                              JSValueMakeNumber(ctx_, flags)};
+    JSValueRef exception = nullptr;
+    JSObjectCallAsFunction(ctx_, defineHelper_, nullptr, 6, arguments, &exception);
+    rethrowIf(exception);
+}
+
+namespace {
+
+JSObjectRef makeFunction(JSContextRef ctx, const std::string& name, JSObjectCallAsFunctionCallback callback)
+{
+    JSString string(name);
+    return JSObjectMakeFunctionWithCallback(ctx, string.get(), callback);
+}
+
+} // namespace
+
+void Realm::installInterface(const InterfaceSpec& spec)
+{
+    JSObjectRef prototype = protect(JSObjectMake(ctx_, nullptr, nullptr));
+    JSObjectRef parentPrototype = spec.parent ? prototypeOf(*spec.parent)
+        : toObject(ctx_, getProperty(ctx_, intrinsics_, spec.errorPrototype ? "errorPrototype" : "objectPrototype"));
+    JSObjectSetPrototype(ctx_, prototype, parentPrototype);
+
+    JSObjectRef constructorObject = protect(JSObjectMake(ctx_, interfaceObjectClass(), new InterfaceObjectData(spec)));
+    JSObjectSetPrototype(ctx_, constructorObject, spec.parent ? JSValueRef(interfaceObject(*spec.parent))
+                                                            : getProperty(ctx_, intrinsics_, "functionPrototype"));
+    interfaces_[&spec] = {prototype, constructorObject};
+
+    auto key = [&](const char* name) { return makeString(ctx_, name); };
+    defineValue(constructorObject, key("length"), JSValueMakeNumber(ctx_, spec.constructorLength), false, false, true);
+    defineValue(constructorObject, key("name"), key(spec.name), false, false, true);
+    defineValue(constructorObject, key("prototype"), prototype, false, false, false);
+    defineValue(prototype, key("constructor"), constructorObject, true, false, true);
+    defineValue(prototype, getProperty(ctx_, intrinsics_, "toStringTag"), key(spec.name), false, false, true);
+
+    for (const Member& member : spec.members) {
+        JSObjectRef target = member.isStatic ? constructorObject : prototype;
+        switch (member.kind) {
+        case Member::Kind::Operation: {
+            JSObjectRef function = makeFunction(ctx_, member.name, member.function);
+            defineValue(function, key("length"), JSValueMakeNumber(ctx_, member.length), false, false, true);
+            defineValue(target, key(member.name), function, true, true, true);
+            break;
+        }
+        case Member::Kind::Attribute: {
+            JSObjectRef getter = makeFunction(ctx_, std::string("get ") + member.name, member.function);
+            JSObjectRef setter = member.setter ? makeFunction(ctx_, std::string("set ") + member.name, member.setter) : nullptr;
+            if (setter)
+                defineValue(setter, key("length"), JSValueMakeNumber(ctx_, 1), false, false, true);
+            defineAccessor(target, key(member.name), getter, setter, true, true);
+            break;
+        }
+        case Member::Kind::Constant:
+            defineValue(constructorObject, key(member.name), JSValueMakeNumber(ctx_, member.constant), false, true, false);
+            defineValue(prototype, key(member.name), JSValueMakeNumber(ctx_, member.constant), false, true, false);
+            break;
+        }
+    }
+    if (spec.exposed)
+        defineValue(global_, key(spec.name), constructorObject, true, false, true);
+}
+
+void Realm::installWindow()
+{
+    installWindowMembers(*this);
+    defineValue(global_, makeString(ctx_, "console"), makeConsole(*this), true, false, true);
+}
+
+JSValueRef Realm::evaluate(std::string_view source, JSValueRef* exception)
+{
+    JSValueRef text = makeString(ctx_, source);
+    return JSObjectCallAsFunction(ctx_, evalFunction_, nullptr, 1, &text, exception);
+}
+
+JSValueRef Realm::typeError(std::string_view message) const
+{
+    JSValueRef argument = makeString(ctx_, message);
+    JSValueRef exception = nullptr;
+    JSObjectRef error = JSObjectCallAsConstructor(ctx_, typeErrorConstructor_, 1, &argument, &exception);
+    return error ? JSValueRef(error) : exception;
+}
+
+JSValueRef Realm::rangeError(std::string_view message) const
+{
+    JSValueRef argument = makeString(ctx_, message);
+    JSValueRef exception = nullptr;
+    JSObjectRef error = JSObjectCallAsConstructor(ctx_, rangeErrorConstructor_, 1, &argument, &exception);
+    return error ? JSValueRef(error) : exception;
+}
+
+JSValueRef Realm::error(const DOMException& exception)
+{
+    if (exception.name == "TypeError")
+        return typeError(exception.message);
+    if (exception.name == "RangeError")
+        return rangeError(exception.message);
+    return wrap(domExceptionInterface, std::make_shared<DOMException>(exception));
+}
+
+JSObjectRef Realm::prototypeOf(const InterfaceSpec& interface) const
+{
+    return interfaces_.at(&interface).prototype;
+}
+
+JSObjectRef Realm::interfaceObject(const InterfaceSpec& interface) const
+{
+    return interfaces_.at(&interface).interfaceObject;
+}
+
+JSObjectRef Realm::wrap(const InterfaceSpec& interface, std::shared_ptr<void> object)
+{
+    auto* wrapper = new Wrapper(interface, std::move(object), nullptr);
+    JSObjectRef result = JSObjectMake(ctx_, instanceClass(interface), static_cast<PrivateData*>(wrapper));
+    JSObjectSetPrototype(ctx_, result, prototypeOf(interface));
+    return result;
+}
+
+JSObjectRef Realm::wrapCached(const InterfaceSpec& interface, std::shared_ptr<void> object, const void* identity)
+{
+    auto found = identities_.find(identity);
+    if (found != identities_.end()) {
+        if (JSObjectRef existing = JSWeakGetObject(found->second))
+            return existing;
+        JSWeakRelease(group_, found->second);
+        identities_.erase(found);
+    }
+    auto* wrapper = new Wrapper(interface, std::move(object), identity);
+    JSObjectRef result = JSObjectMake(ctx_, instanceClass(interface), static_cast<PrivateData*>(wrapper));
+    JSObjectSetPrototype(ctx_, result, prototypeOf(interface));
+    identities_.emplace(identity, JSWeakCreate(group_, result));
+    return result;
+}
+
+void Realm::forgetIdentity(const void* identity)
+{
+    auto found = identities_.find(identity);
+    if (found != identities_.end() && !JSWeakGetObject(found->second)) {
+        JSWeakRelease(group_, found->second);
+        identities_.erase(found);
+    }
+}
+
+JSValueRef Realm::hidden(JSObjectRef object, const char* name) const
+{
+    JSString key(name);
+    JSValueRef value = JSObjectGetPrivateProperty(ctx_, object, key.get());
+    return value ? value : JSValueMakeUndefined(ctx_);
+}
+
+void Realm::setHidden(JSObjectRef object, const char* name, JSValueRef value)
+{
+    JSString key(name);
+    JSObjectSetPrivateProperty(ctx_, object, key.get(), value);
+}
+
+JSObjectRef Realm::document()
+{
+    if (!document_) {
+        document_ = makeDocument(*this);
+        JSValueProtect(ctx_, document_);
+    }
+    return document_;
+}
+
+void Realm::dropDocument()
+{
+    if (document_) {
+        JSValueUnprotect(ctx_, document_);
+        document_ = nullptr;
+    }
+}
+
+} // namespace script

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <JavaScriptCore/JavaScript.h>
+
+#include <unordered_set>
+#include <vector>
+
+namespace script {
+
+class Realm;
+
+// How a realm is used for document after document. Making a global object costs milliseconds,
+// a render must cost a fraction of one, so documents share the realm and each new document
+// gets it back as it was:
+//
+// - Once, when the realm is made, every object reachable from the global object and from the
+//   intrinsics scripts reach by syntax alone is recorded, and a check is compiled that compares
+//   their own properties with the record: values of everything a script can assign, presence
+//   of accessors, counts of enumerable and symbol keys (additions by assignment are
+//   enumerable). Built-in functions without properties of their own are made non-extensible,
+//   so that their few properties are all there is to compare.
+// - What the check cannot see (a property made non-writable or into an accessor, a changed
+//   prototype, a frozen object) can only be done through a handful of built-ins
+//   (Object.defineProperty, setPrototypeOf, freeze, ...). These are wrapped; used on a recorded
+//   object, they mark the realm spoiled.
+// - The global object is compared key by key; what scripts added to it is deleted and what
+//   they changed is put back. Anything that cannot be put back spoils the realm, and the
+//   engine then makes a new one.
+class RealmIsolation {
+public:
+    explicit RealmIsolation(Realm& realm);
+    ~RealmIsolation();
+    RealmIsolation(const RealmIsolation&) = delete;
+    RealmIsolation& operator=(const RealmIsolation&) = delete;
+
+    enum class Outcome { Clean, Restored, Spoiled };
+    Outcome reset();
+
+    enum class Change { Descriptors, Shape };
+    // From the guards: `target` is about to get changed property descriptors or a changed
+    // prototype or extensibility.
+    void noteChange(JSValueRef target, Change change);
+    JSObjectRef original(int guard) const { return originals_[guard]; }
+
+private:
+    void installGuards();
+    void takeSnapshot();
+
+    Realm& realm_;
+    JSContextRef ctx_;
+    std::unordered_set<JSObjectRef> watched_;
+    std::vector<JSObjectRef> originals_;
+    JSObjectRef check_ = nullptr;
+    JSObjectRef restore_ = nullptr;
+    bool spoiled_ = false;
+    bool globalDescriptorsChanged_ = false;
+};
+
+} // namespace script

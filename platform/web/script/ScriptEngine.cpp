@@ -1,0 +1,196 @@
+#include "platform/web/script/ScriptEngine.h"
+
+#include "platform/web/script/Binding.h"
+#include "platform/web/script/Bindings.h"
+#include "platform/web/script/JSHelpers.h"
+#include "platform/web/script/Realm.h"
+#include "platform/web/script/RealmIsolation.h"
+
+#include <malloc.h>
+
+#include <cstdlib>
+#include <mutex>
+#include <vector>
+
+namespace script {
+
+namespace {
+
+std::chrono::milliseconds timeLimitSetting{500};
+
+std::mutex releaseMutex;
+std::vector<PrivateData*>& pendingReleases()
+{
+    static auto* list = new std::vector<PrivateData*>;
+    return *list;
+}
+
+// Holds the engine's lock so that promise jobs wait for the matching unlock instead of running
+// when the evaluation returns.
+class EngineLock {
+public:
+    explicit EngineLock(JSContextRef ctx) : ctx_(ctx) { JSLock(ctx_); }
+    ~EngineLock() { unlock(); }
+    EngineLock(const EngineLock&) = delete;
+    EngineLock& operator=(const EngineLock&) = delete;
+    void unlock()
+    {
+        if (ctx_)
+            JSUnlock(std::exchange(ctx_, nullptr));
+    }
+
+private:
+    JSContextRef ctx_;
+};
+
+std::string describeException(JSContextRef ctx, JSValueRef exception)
+{
+    try {
+        std::string text = toUTF8(ctx, exception);
+        return text.empty() ? "uncaught exception" : text;
+    } catch (const ScriptThrow&) {
+        return "uncaught exception";
+    }
+}
+
+} // namespace
+
+ScriptEngine& ScriptEngine::shared()
+{
+    // Never destroyed: the engine's threads may still run while the process exits.
+    static ScriptEngine* engine = new ScriptEngine;
+    return *engine;
+}
+
+ScriptEngine::ScriptEngine()
+{
+    // With polling traps the watchdog's interruptions land at loop heads and calls without
+    // signals, fast enough to stop a chain of tiny promise jobs. The engine reads its options
+    // from the environment when it starts, which is now; a value set outside wins.
+    ::setenv("JSC_usePollingTraps", "true", 0);
+    group_ = JSContextGroupCreate();
+    guard_ = std::make_unique<ExecutionGuard>(group_);
+}
+
+ScriptEngine::~ScriptEngine()
+{
+    realm_.reset();
+    guard_.reset();
+    JSContextGroupRelease(group_);
+}
+
+void ScriptEngine::setTimeLimit(std::chrono::milliseconds limit)
+{
+    timeLimitSetting = std::max(limit, std::chrono::milliseconds(1));
+}
+
+std::chrono::milliseconds ScriptEngine::timeLimit()
+{
+    return timeLimitSetting;
+}
+
+Realm& ScriptEngine::realm()
+{
+    if (!realm_) {
+        realm_ = std::make_unique<Realm>(group_);
+        ++realmsMade_;
+    }
+    return *realm_;
+}
+
+ScriptEngine::Result ScriptEngine::evaluate(std::string_view source)
+{
+    releaseFinalized();
+    Realm& realm = this->realm();
+    JSGlobalContextRef ctx = realm.context();
+    documentUsed_ = true;
+    resetConsoleAllowance();
+
+    Result result;
+    {
+        EngineLock lock(ctx);
+        guard_->begin(timeLimitSetting);
+        JSValueRef exception = nullptr;
+        JSValueRef value = realm.evaluate(source, &exception);
+        if (guard_->stop() == ExecutionGuard::Stop::None) {
+            if (exception)
+                result.error = describeException(ctx, exception);
+            else if (value && JSValueIsString(ctx, value))
+                result.value = toUTF8(ctx, value);
+            else
+                result.error = "the result is not a string";
+        }
+        guard_->watchMicrotasks();
+        lock.unlock(); // the microtask checkpoint
+    }
+    ExecutionGuard::Stop stop = guard_->stop();
+    guard_->end();
+    if (stop != ExecutionGuard::Stop::None) {
+        result.value.reset();
+        result.error = stop == ExecutionGuard::Stop::Time
+            ? "stopped after " + std::to_string(timeLimitSetting.count()) + " ms"
+            : "stopped: used too much memory";
+        recoverFromStop(stop);
+    }
+    return result;
+}
+
+void ScriptEngine::recoverFromStop(ExecutionGuard::Stop stop)
+{
+    // A stop during the microtask checkpoint can leave the termination request pending for
+    // whatever enters the engine next; let a harmless call take it.
+    JSContextRef ctx = realm_->context();
+    JSString probe("(function () { return 0; })()");
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        JSValueRef exception = nullptr;
+        JSEvaluateScript(ctx, probe.get(), nullptr, nullptr, 1, &exception);
+        if (!exception)
+            break;
+    }
+    if (stop == ExecutionGuard::Stop::Memory) {
+        // Let go of everything the script held and give the memory back now.
+        newDocument();
+        JSSynchronousGarbageCollectForDebugging(realm().context());
+        releaseFinalized();
+        ::malloc_trim(0);
+    }
+}
+
+void ScriptEngine::newDocument()
+{
+    ++documentNumber_;
+    if (!realm_ || !documentUsed_)
+        return;
+    documentUsed_ = false;
+    releaseFinalized();
+    realm_->dropDocument();
+    if (realm_->isolation().reset() == RealmIsolation::Outcome::Spoiled)
+        realm_.reset();
+}
+
+void ScriptEngine::deferRelease(PrivateData* data)
+{
+    if (!data)
+        return;
+    std::lock_guard lock(releaseMutex);
+    pendingReleases().push_back(data);
+}
+
+void ScriptEngine::releaseFinalized()
+{
+    std::vector<PrivateData*> released;
+    {
+        std::lock_guard lock(releaseMutex);
+        released.swap(pendingReleases());
+    }
+    for (PrivateData* data : released) {
+        const void* identity = nullptr;
+        if (data->kind == PrivateData::Kind::Wrapper)
+            identity = static_cast<Wrapper*>(data)->identity;
+        delete data;
+        if (identity && realm_)
+            realm_->forgetIdentity(identity);
+    }
+}
+
+} // namespace script

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/web/script/ExecutionGuard.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace script {
+
+class Realm;
+struct PrivateData;
+
+// The process's one JavaScriptCore engine, made on first use, and the document scripts run in.
+// Everything happens on the thread that first used it.
+class ScriptEngine {
+public:
+    static ScriptEngine& shared();
+    ~ScriptEngine();
+
+    struct Result {
+        // The script's value when it is a string.
+        std::optional<std::string> value;
+        // Why there is no value: the exception's text, a limit, or that the value is not a string.
+        std::string error;
+    };
+    // Runs a script in the current document.
+    Result evaluate(std::string_view source);
+
+    // Starts a new, empty document: nothing a script made or changed before is reachable.
+    void newDocument();
+    // Changes with every new document.
+    std::uint64_t documentNumber() const { return documentNumber_; }
+
+    static void setTimeLimit(std::chrono::milliseconds limit);
+    static std::chrono::milliseconds timeLimit();
+
+    Realm& realm();
+
+    // From the collector's finalizers: the C++ side of a platform object to let go of on our
+    // thread, at the next evaluation or document.
+    static void deferRelease(PrivateData* data);
+    void releaseFinalized();
+
+    // How many realms this engine has made (a new one after a script spoiled the last).
+    unsigned realmsMade() const { return realmsMade_; }
+
+private:
+    ScriptEngine();
+    void recoverFromStop(ExecutionGuard::Stop stop);
+
+    JSContextGroupRef group_;
+    std::unique_ptr<ExecutionGuard> guard_;
+    std::unique_ptr<Realm> realm_;
+    bool documentUsed_ = false;
+    std::uint64_t documentNumber_ = 1;
+    unsigned realmsMade_ = 0;
+};
+
+} // namespace script
