@@ -1,6 +1,7 @@
 #include "platform/web/canvas/CanvasRenderingContext2D.h"
 
 #include "platform/web/canvas/CairoMapping.h"
+#include "platform/web/canvas/CairoSafePath.h"
 #include "platform/web/canvas/CanvasPainter.h"
 #include "platform/web/canvas/Path2D.h"
 
@@ -73,57 +74,47 @@ void CanvasRenderingContext2D::clip(const Path2D& path, CanvasFillRule fillRule)
     addClip(toDeviceSpace(path.pathData(), state_.transform), fillRule);
 }
 
-bool CanvasRenderingContext2D::isPointInPath(double x, double y, CanvasFillRule fillRule)
+bool CanvasRenderingContext2D::hitTest(std::span<const cairo_path_data_t> path, bool inUserSpace, double x, double y,
+                                       bool stroke, CanvasFillRule fillRule)
 {
     if (!std::isfinite(x) || !std::isfinite(y))
         return false;
+    auto inverse = state_.transform.inverse();
+    if (!inverse && (inUserSpace || stroke))
+        return false;
+    std::vector<cairo_path_data_t> storage;
+    auto data = prepareForCairo(path, inUserSpace ? &state_.transform : nullptr, stroke, storage);
     cairo_t* cr = scratchCairo();
-    appendTo(cr);
-    cairo_set_fill_rule(cr, to_cairo_fill_rule(fillRule));
-    return cairo_in_fill(cr, x, y);
+    cairo_path_t cairoPath{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>(data.data()), int(data.size())};
+    cairo_append_path(cr, &cairoPath);
+    if (!stroke) {
+        cairo_set_fill_rule(cr, to_cairo_fill_rule(fillRule));
+        return cairo_in_fill(cr, x, y);
+    }
+    // The stroke's width is in user space, and so is the point Cairo tests against it.
+    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
+    cairo_set_matrix(cr, &ctm);
+    setStrokeParameters(cr, state_);
+    inverse->map(x, y);
+    return cairo_in_stroke(cr, x, y);
+}
+
+bool CanvasRenderingContext2D::isPointInPath(double x, double y, CanvasFillRule fillRule)
+{
+    return hitTest(pathData(), false, x, y, false, fillRule);
 }
 
 bool CanvasRenderingContext2D::isPointInPath(const Path2D& path, double x, double y, CanvasFillRule fillRule)
 {
-    if (!std::isfinite(x) || !std::isfinite(y) || !state_.transform.isInvertible())
-        return false;
-    cairo_t* cr = scratchCairo();
-    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
-    cairo_set_matrix(cr, &ctm);
-    path.appendTo(cr);
-    cairo_identity_matrix(cr);
-    cairo_set_fill_rule(cr, to_cairo_fill_rule(fillRule));
-    return cairo_in_fill(cr, x, y);
+    return hitTest(path.pathData(), true, x, y, false, fillRule);
 }
 
 bool CanvasRenderingContext2D::isPointInStroke(double x, double y)
 {
-    if (!std::isfinite(x) || !std::isfinite(y))
-        return false;
-    auto inverse = state_.transform.inverse();
-    if (!inverse)
-        return false;
-    cairo_t* cr = scratchCairo();
-    appendTo(cr);
-    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
-    cairo_set_matrix(cr, &ctm);
-    setStrokeParameters(cr, state_);
-    inverse->map(x, y);
-    return cairo_in_stroke(cr, x, y);
+    return hitTest(pathData(), false, x, y, true, CanvasFillRule::Nonzero);
 }
 
 bool CanvasRenderingContext2D::isPointInStroke(const Path2D& path, double x, double y)
 {
-    if (!std::isfinite(x) || !std::isfinite(y))
-        return false;
-    auto inverse = state_.transform.inverse();
-    if (!inverse)
-        return false;
-    cairo_t* cr = scratchCairo();
-    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
-    cairo_set_matrix(cr, &ctm);
-    path.appendTo(cr);
-    setStrokeParameters(cr, state_);
-    inverse->map(x, y);
-    return cairo_in_stroke(cr, x, y);
+    return hitTest(path.pathData(), true, x, y, true, CanvasFillRule::Nonzero);
 }

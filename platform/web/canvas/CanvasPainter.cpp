@@ -1,6 +1,7 @@
 #include "platform/web/canvas/CanvasPainter.h"
 
 #include "platform/web/canvas/CairoMapping.h"
+#include "platform/web/canvas/CairoSafePath.h"
 #include "platform/web/canvas/CanvasGradient.h"
 #include "platform/web/canvas/CanvasPattern.h"
 #include "platform/web/canvas/ConicGradient.h"
@@ -173,15 +174,14 @@ void CanvasPainter::drawShape(cairo_t* cr, const CanvasShape& shape, const Canva
 
 void CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape) const
 {
-    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
+    std::vector<cairo_path_data_t> storage;
+    auto data = prepareForCairo(shape.path, shape.inUserSpace ? &state_.transform : nullptr, shape.stroke, storage);
     cairo_new_path(cr);
-    if (shape.inUserSpace)
-        cairo_set_matrix(cr, &ctm);
-    else
-        setIdentity(cr);
-    cairo_path_t path{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>(shape.path.data()), int(shape.path.size())};
+    setIdentity(cr);
+    cairo_path_t path{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>(data.data()), int(data.size())};
     cairo_append_path(cr, &path);
     // Line widths and dashes are in user space.
+    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
     cairo_set_matrix(cr, &ctm);
 }
 

@@ -55,8 +55,9 @@ void CanvasRenderingContext2D::strokeRect(double x, double y, double w, double h
     if (w == 0 && h == 0)
         return;
     if (w == 0 || h == 0) {
-        // A flat rectangle strokes as a line (with caps, as browsers draw it).
-        std::array<cairo_path_data_t, 4> line;
+        // A flat rectangle strokes as a line there and back, closed: joins at its ends, no
+        // caps, as browsers draw it.
+        std::array<cairo_path_data_t, 5> line;
         double x0 = x, y0 = y, x1 = x + w, y1 = y + h;
         state_.transform.map(x0, y0);
         state_.transform.map(x1, y1);
@@ -64,6 +65,7 @@ void CanvasRenderingContext2D::strokeRect(double x, double y, double w, double h
         line[1].point = {x0, y0};
         line[2].header = {CAIRO_PATH_LINE_TO, 2};
         line[3].point = {x1, y1};
+        line[4].header = {CAIRO_PATH_CLOSE_PATH, 1};
         paint(CanvasShape{line, false, true}, &state_.strokeStyle);
         return;
     }

@@ -1,5 +1,6 @@
 #include "platform/web/canvas/CanvasRenderingContext2D.h"
 
+#include "platform/web/canvas/CairoSafePath.h"
 #include "platform/web/canvas/CanvasPainter.h"
 
 const std::shared_ptr<const CanvasTextDrawingState>& CanvasTextDrawingState::initial()
@@ -47,8 +48,10 @@ cairo_t* CanvasRenderingContext2D::cairo()
         for (const CanvasClip* node = state_.clip.get(); node; node = node->parent.get())
             chain.push_back(node);
         for (auto it = chain.rbegin(); it != chain.rend(); ++it) {
+            std::vector<cairo_path_data_t> storage;
+            auto data = prepareForCairo((*it)->path, nullptr, false, storage);
             cairo_new_path(cairo_);
-            cairo_path_t path{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>((*it)->path.data()), int((*it)->path.size())};
+            cairo_path_t path{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>(data.data()), int(data.size())};
             cairo_append_path(cairo_, &path);
             cairo_set_fill_rule(cairo_, (*it)->fillRule);
             cairo_clip(cairo_);

@@ -194,6 +194,7 @@ private:
     void paint(const CanvasShape& shape, const std::variant<const CanvasPaintStyle*, CanvasImagePaint>& source);
     void fillOrStroke(std::span<const cairo_path_data_t> path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
     void addClip(std::vector<cairo_path_data_t> devicePath, CanvasFillRule fillRule);
+    bool hitTest(std::span<const cairo_path_data_t> path, bool inUserSpace, double x, double y, bool stroke, CanvasFillRule fillRule);
     void drawText(std::string_view text, double x, double y, std::optional<double> maxWidth, bool stroke);
     // Sets `style` from a CanvasStyle value, leaving it alone for text that is not a colour.
     static void setStyle(CanvasPaintStyle& style, const CanvasStyle& value);
