@@ -114,13 +114,8 @@ FontFace* FontSet::faceFor(char32_t c)
         if (face->hasGlyph(c))
             return face;
     }
-    if (FontFace** cached = fallback_.find(c))
-        return *cached;
-    FontFace* face = FontSelector::shared().fallbackFace(c, weight_, slant_, width_);
-    if (!face)
-        face = primary();
-    fallback_.insert(c, face);
-    return face;
+    FontFace* face = FontSelector::shared().fallbackFace(c, weight_, slant_);
+    return face ? face : primary();
 }
 
 FontSelector& FontSelector::shared()
@@ -143,8 +138,7 @@ FontFace* FontSelector::face(const std::string& file, int index, bool syntheticB
     return faces_.back().second.get();
 }
 
-static FontFace* faceOfMatch(FontSelector& selector, FcPattern* font, int fcWeight, int slant,
-                             FontFace* (FontSelector::*open)(const std::string&, int, bool, bool))
+FontFace* FontSelector::faceOfMatch(FcPattern* font, int fcWeight, int slant)
 {
     FcChar8* file = nullptr;
     int index = 0;
@@ -157,10 +151,20 @@ static FontFace* faceOfMatch(FontSelector& selector, FcPattern* font, int fcWeig
     FcPatternGetInteger(font, FC_SLANT, 0, &fontSlant);
     const bool syntheticBold = fcWeight >= FC_WEIGHT_DEMIBOLD && fontWeight < FC_WEIGHT_DEMIBOLD;
     const bool syntheticItalic = slant != FC_SLANT_ROMAN && fontSlant == FC_SLANT_ROMAN;
-    return (selector.*open)(reinterpret_cast<const char*>(file), index, syntheticBold, syntheticItalic);
+    return face(reinterpret_cast<const char*>(file), index, syntheticBold, syntheticItalic);
 }
 
 FontFace* FontSelector::matchFamily(const CanvasFontFamily& family, int weight, CanvasFontStyle style,
+                                      double stretch)
+{
+    std::string key = (family.generic ? "*" : "=") + family.name + '|' + std::to_string(weight) + '|'
+        + std::to_string(static_cast<int>(style)) + '|' + std::to_string(stretch);
+    if (FontFace** cached = families_.find(key))
+        return *cached;
+    return families_.insert(key, matchUncached(family, weight, style, stretch));
+}
+
+FontFace* FontSelector::matchUncached(const CanvasFontFamily& family, int weight, CanvasFontStyle style,
                                       double stretch)
 {
     const int fcWeight = FcWeightFromOpenType(std::clamp(weight, 1, 1000));
@@ -171,13 +175,17 @@ FontFace* FontSelector::matchFamily(const CanvasFontFamily& family, int weight, 
     Pattern font = matchPattern(request.get());
     if (!font || (!generic && !matchesRequestedFamily(request.get(), font.get())))
         return nullptr;
-    return faceOfMatch(*this, font.get(), fcWeight, slant, &FontSelector::face);
+    return faceOfMatch(font.get(), fcWeight, slant);
 }
 
-FontFace* FontSelector::fallbackFace(char32_t c, int fcWeight, int slant, int width)
+FontFace* FontSelector::fallbackFace(char32_t c, int fcWeight, int slant)
 {
     // Like the reference browser, find the face by coverage alone and make up the style.
-    (void)width;
+    const bool bold = fcWeight >= FC_WEIGHT_DEMIBOLD;
+    const bool italic = slant != FC_SLANT_ROMAN;
+    const std::uint64_t key = (std::uint64_t{c} << 2) | (bold ? 2u : 0u) | (italic ? 1u : 0u);
+    if (FontFace** cached = fallbacks_.find(key))
+        return *cached;
     Pattern request = stylePattern("sans-serif", FC_WEIGHT_REGULAR, FC_SLANT_ROMAN, FC_WIDTH_NORMAL);
     FcCharSet* charset = FcCharSetCreate();
     FcCharSetAddChar(charset, c);
@@ -187,8 +195,9 @@ FontFace* FontSelector::fallbackFace(char32_t c, int fcWeight, int slant, int wi
     FcCharSet* fontCharset = nullptr;
     if (!font || FcPatternGetCharSet(font.get(), FC_CHARSET, 0, &fontCharset) != FcResultMatch
         || !FcCharSetHasChar(fontCharset, c))
-        return nullptr;
-    return faceOfMatch(*this, font.get(), fcWeight, slant, &FontSelector::face);
+        return fallbacks_.insert(key, nullptr);
+    return fallbacks_.insert(key, faceOfMatch(font.get(), bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR,
+                                              italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN));
 }
 
 FontSet& FontSelector::fontSet(const CanvasFont& font)
@@ -202,7 +211,6 @@ FontSet& FontSelector::fontSet(const CanvasFont& font)
     set->id_ = nextId_++;
     set->weight_ = FcWeightFromOpenType(std::clamp(font.weight, 1, 1000));
     set->slant_ = fcSlant(font.style);
-    set->width_ = static_cast<int>(std::clamp(font.stretch, 50.0, 200.0));
     set->smallCaps_ = font.variant == CanvasFontVariant::SmallCaps;
     auto add = [&](FontFace* face) {
         if (face && std::find(set->faces_.begin(), set->faces_.end(), face) == set->faces_.end())
@@ -214,6 +222,6 @@ FontSet& FontSelector::fontSet(const CanvasFont& font)
     if (set->faces_.empty())
         add(matchFamily({"sans-serif", true}, font.weight, font.style, font.stretch));
     if (set->faces_.empty())
-        add(fallbackFace('a', set->weight_, set->slant_, set->width_));
+        add(fallbackFace('a', set->weight_, set->slant_));
     return *sets_.insert(key, std::move(set));
 }
