@@ -49,6 +49,17 @@ std::int32_t Call::toLong(JSValueRef value) const
     return std::int32_t(x >= 2147483648.0 ? x - 4294967296.0 : x);
 }
 
+std::int32_t Call::enforceRangeLong(std::size_t i) const
+{
+    double x = number(i);
+    if (!std::isfinite(x))
+        throwTypeError("Value is not a finite number.");
+    x = std::trunc(x);
+    if (x < -2147483648.0 || x > 2147483647.0)
+        throwTypeError("Value is outside the 'long' value range.");
+    return std::int32_t(x);
+}
+
 std::uint32_t Call::toUnsignedLong(JSValueRef value) const
 {
     return std::uint32_t(moduloTwoToThe32(toNumber(value)));
@@ -91,6 +102,16 @@ void Call::forEachInIterable(JSValueRef value, const char* typeName, const std::
             throw ScriptThrow{realm_.rangeError("The sequence is too long.")};
         each(getProperty(ctx_, stepObject, "value"));
     }
+}
+
+bool Call::isIterable(JSValueRef value) const
+{
+    if (!JSValueIsObject(ctx_, value))
+        return false;
+    JSValueRef exception = nullptr;
+    JSValueRef method = JSObjectGetPropertyForKey(ctx_, const_cast<JSObjectRef>(value), realm_.iteratorSymbol(), &exception);
+    rethrowIf(exception);
+    return !JSValueIsUndefined(ctx_, method) && !JSValueIsNull(ctx_, method);
 }
 
 const Wrapper* Call::wrapperOf(JSContextRef ctx, JSValueRef value)

@@ -19,6 +19,7 @@
 #include <JavaScriptCore/JavaScript.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -113,8 +114,25 @@ public:
     // unrestricted double
     double number(std::size_t i) const { return toNumber(arg(i)); }
     double toNumber(JSValueRef value) const;
+    // N unrestricted doubles from argument `first` on, converted in order as WebIDL asks.
+    template <std::size_t N>
+    std::array<double, N> numbers(std::size_t first = 0) const
+    {
+        std::array<double, N> values{};
+        for (std::size_t i = 0; i < N; ++i)
+            values[i] = number(first + i);
+        return values;
+    }
+    // An optional argument without default: nothing when absent or undefined.
+    std::optional<double> optionalNumber(std::size_t i) const
+    {
+        return has(i) ? std::optional<double>(number(i)) : std::nullopt;
+    }
+    double numberOr(std::size_t i, double fallback) const { return has(i) ? number(i) : fallback; }
     // long (ToInt32) and unsigned long (ToUint32), without [EnforceRange]
     std::int32_t toLong(JSValueRef value) const;
+    // [EnforceRange] long: a TypeError for NaN, infinities and values out of range.
+    std::int32_t enforceRangeLong(std::size_t i) const;
     std::uint32_t toUnsignedLong(JSValueRef value) const;
     bool toBoolean(JSValueRef value) const { return JSValueToBoolean(ctx_, value); }
     bool boolean(std::size_t i) const { return toBoolean(arg(i)); }
@@ -138,6 +156,8 @@ public:
         forEachInIterable(value, typeName, [&](JSValueRef element) { each(element); });
     }
     std::vector<double> numberSequence(JSValueRef value) const;
+    // Whether an object has an @@iterator method (how unions tell sequences from dictionaries).
+    bool isIterable(JSValueRef value) const;
 
     // The platform object a value wraps when it implements `interface`, else null.
     template <typename T>

@@ -9,10 +9,10 @@ namespace script {
 
 namespace {
 
-// While a script runs: how often its entry is looked at (CPU time of the entry).
+// How often a running script is looked at (CPU time of its entry into the engine).
 constexpr double kRunningPeriod = 0.010;
-// While promise jobs run: every entry is looked at as soon as a trap lands on it.
-constexpr double kMicrotaskPeriod = 1e-9;
+// When we want the current entry stopped: one short period, one timer.
+constexpr double kStopPeriod = 0.0001;
 constexpr auto kMemoryCheckInterval = std::chrono::milliseconds(5);
 
 } // namespace
@@ -20,7 +20,6 @@ constexpr auto kMemoryCheckInterval = std::chrono::milliseconds(5);
 ExecutionGuard::ExecutionGuard(JSContextGroupRef group)
     : group_(group)
 {
-    end();
 }
 
 ExecutionGuard::~ExecutionGuard()
@@ -31,28 +30,26 @@ ExecutionGuard::~ExecutionGuard()
 void ExecutionGuard::begin(std::chrono::milliseconds limit)
 {
     stop_ = Stop::None;
+    stopping_ = false;
     auto now = std::chrono::steady_clock::now();
     deadline_ = now + limit;
     nextMemoryCheck_ = now + kMemoryCheckInterval;
     std::size_t resident = residentBytes();
     memoryCeiling_ = resident ? resident + kMemoryGrowthLimit : 0;
-    watchRunning();
-}
-
-void ExecutionGuard::watchRunning()
-{
     arm(kRunningPeriod);
-}
-
-void ExecutionGuard::watchMicrotasks()
-{
-    arm(kMicrotaskPeriod);
 }
 
 void ExecutionGuard::end()
 {
     memoryCeiling_ = 0;
+    stopping_ = false;
     JSContextGroupClearExecutionTimeLimit(group_);
+}
+
+void ExecutionGuard::stopSoon()
+{
+    stopping_ = true;
+    arm(kStopPeriod);
 }
 
 void ExecutionGuard::arm(double periodSeconds)
@@ -73,7 +70,7 @@ bool ExecutionGuard::shouldTerminate(JSContextRef, void* context)
 
 bool ExecutionGuard::check()
 {
-    if (stop_ != Stop::None)
+    if (stopping_ || stop_ != Stop::None)
         return true;
     auto now = std::chrono::steady_clock::now();
     if (now >= deadline_) {

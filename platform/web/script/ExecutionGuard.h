@@ -9,11 +9,12 @@ namespace script {
 
 // The time and memory budget of script code, enforced from JavaScriptCore's watchdog.
 //
-// The watchdog measures each entry into the engine on its own, by CPU time: it calls back when
-// one entry has used the configured period. That stops a long loop, but a chain of promise
-// jobs is a chain of short entries. So the guard keeps its own wall clock for the whole
-// evaluation, asks to be called back at a coarse period while the script runs, and at a period
-// of almost nothing while the microtask queue drains, where any trap lands on a job.
+// The watchdog calls back when one entry into the engine has used a period of CPU time; the
+// callback decides, and must set the limit again to be called once more. The guard asks for a
+// callback every few milliseconds and keeps its own wall clock and memory ceiling.
+//
+// The period must never be tiny: a new timer firing while the engine still handles the last
+// one trips an assertion in the engine and aborts the process.
 class ExecutionGuard {
 public:
     enum class Stop { None, Time, Memory };
@@ -27,13 +28,13 @@ public:
     ExecutionGuard& operator=(const ExecutionGuard&) = delete;
 
     // Starts a budget: `limit` of wall time from now and the memory growth limit from the
-    // present resident size. Watching starts in the running phase.
+    // present resident size.
     void begin(std::chrono::milliseconds limit);
-    void watchRunning();
-    void watchMicrotasks();
     // Ends the budget. Our own calls into the engine in between run unwatched: they never run
     // script code.
     void end();
+    // Stops whatever runs at the next check, soon (the caller is inside an entry).
+    void stopSoon();
 
     Stop stop() const { return stop_; }
 
@@ -47,6 +48,7 @@ private:
 
     JSContextGroupRef group_;
     Stop stop_ = Stop::None;
+    bool stopping_ = false;
     double period_ = 0;
     std::chrono::steady_clock::time_point deadline_;
     std::chrono::steady_clock::time_point nextMemoryCheck_;

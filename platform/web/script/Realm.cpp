@@ -29,6 +29,8 @@ constexpr const char* kBootstrap = R"JS((function () {
         objectPrototype: g.Object.prototype,
         defineProperty,
         preventExtensions: Reflect.preventExtensions,
+        promiseThen: g.Promise.prototype.then,
+        isResizable: Object.getOwnPropertyDescriptor(g.ArrayBuffer.prototype, 'resizable').get,
         iterator: g.Symbol.iterator,
         toStringTag: g.Symbol.toStringTag,
         define(object, key, value, getter, setter, flags) {

@@ -25,23 +25,8 @@ std::vector<PrivateData*>& pendingReleases()
     return *list;
 }
 
-// Holds the engine's lock so that promise jobs wait for the matching unlock instead of running
-// when the evaluation returns.
-class EngineLock {
-public:
-    explicit EngineLock(JSContextRef ctx) : ctx_(ctx) { JSLock(ctx_); }
-    ~EngineLock() { unlock(); }
-    EngineLock(const EngineLock&) = delete;
-    EngineLock& operator=(const EngineLock&) = delete;
-    void unlock()
-    {
-        if (ctx_)
-            JSUnlock(std::exchange(ctx_, nullptr));
-    }
-
-private:
-    JSContextRef ctx_;
-};
+// How many documents may leave promise jobs behind before they are dropped.
+constexpr unsigned kDocumentsBetweenDiscards = 32;
 
 std::string describeException(JSContextRef ctx, JSValueRef exception)
 {
@@ -74,6 +59,8 @@ ScriptEngine::ScriptEngine()
 
 ScriptEngine::~ScriptEngine()
 {
+    if (locked_ && realm_)
+        JSUnlock(realm_->context());
     realm_.reset();
     guard_.reset();
     JSContextGroupRelease(group_);
@@ -94,6 +81,10 @@ Realm& ScriptEngine::realm()
     if (!realm_) {
         realm_ = std::make_unique<Realm>(group_);
         ++realmsMade_;
+        if (!locked_) {
+            JSLock(realm_->context());
+            locked_ = true;
+        }
     }
     return *realm_;
 }
@@ -104,24 +95,21 @@ ScriptEngine::Result ScriptEngine::evaluate(std::string_view source)
     Realm& realm = this->realm();
     JSGlobalContextRef ctx = realm.context();
     documentUsed_ = true;
+    if (!sentinelPlaced_)
+        placeSentinel();
     resetConsoleAllowance();
 
     Result result;
-    {
-        EngineLock lock(ctx);
-        guard_->begin(timeLimitSetting);
-        JSValueRef exception = nullptr;
-        JSValueRef value = realm.evaluate(source, &exception);
-        if (guard_->stop() == ExecutionGuard::Stop::None) {
-            if (exception)
-                result.error = describeException(ctx, exception);
-            else if (value && JSValueIsString(ctx, value))
-                result.value = toUTF8(ctx, value);
-            else
-                result.error = "the result is not a string";
-        }
-        guard_->watchMicrotasks();
-        lock.unlock(); // the microtask checkpoint
+    guard_->begin(timeLimitSetting);
+    JSValueRef exception = nullptr;
+    JSValueRef value = realm.evaluate(source, &exception);
+    if (guard_->stop() == ExecutionGuard::Stop::None) {
+        if (exception)
+            result.error = describeException(ctx, exception);
+        else if (value && JSValueIsString(ctx, value))
+            result.value = toUTF8(ctx, value);
+        else
+            result.error = "the result is not a string";
     }
     ExecutionGuard::Stop stop = guard_->stop();
     guard_->end();
@@ -135,10 +123,10 @@ ScriptEngine::Result ScriptEngine::evaluate(std::string_view source)
     return result;
 }
 
-void ScriptEngine::recoverFromStop(ExecutionGuard::Stop stop)
+void ScriptEngine::absorbTermination()
 {
-    // A stop during the microtask checkpoint can leave the termination request pending for
-    // whatever enters the engine next; let a harmless call take it.
+    // A stop can leave the termination request pending for whatever enters the engine next;
+    // let a harmless call take it.
     JSContextRef ctx = realm_->context();
     JSString probe("(function () { return 0; })()");
     for (int attempt = 0; attempt < 3; ++attempt) {
@@ -147,9 +135,15 @@ void ScriptEngine::recoverFromStop(ExecutionGuard::Stop stop)
         if (!exception)
             break;
     }
+}
+
+void ScriptEngine::recoverFromStop(ExecutionGuard::Stop stop)
+{
+    absorbTermination();
     if (stop == ExecutionGuard::Stop::Memory) {
         // Let go of everything the script held and give the memory back now.
         newDocument();
+        discardPendingJobs();
         JSSynchronousGarbageCollectForDebugging(realm().context());
         releaseFinalized();
         ::malloc_trim(0);
@@ -164,8 +158,57 @@ void ScriptEngine::newDocument()
     documentUsed_ = false;
     releaseFinalized();
     realm_->dropDocument();
-    if (realm_->isolation().reset() == RealmIsolation::Outcome::Spoiled)
+    bool spoiled = realm_->isolation().reset() == RealmIsolation::Outcome::Spoiled;
+    if (spoiled || ++documentsSinceDiscard_ >= kDocumentsBetweenDiscards)
+        discardPendingJobs();
+    if (spoiled)
         realm_.reset();
+}
+
+void ScriptEngine::placeSentinel()
+{
+    JSContextRef ctx = realm_->context();
+    JSObjectRef resolve = nullptr;
+    JSObjectRef reject = nullptr;
+    JSValueRef exception = nullptr;
+    JSObjectRef promise = JSObjectMakeDeferredPromise(ctx, &resolve, &reject, &exception);
+    if (!promise || exception)
+        return;
+    JSObjectCallAsFunction(ctx, resolve, nullptr, 0, nullptr, &exception);
+    JSString name("");
+    JSValueRef handler = JSObjectMakeFunctionWithCallback(ctx, name.get(), &ScriptEngine::killCheckpoint);
+    JSObjectRef then = toObject(ctx, getProperty(ctx, realm_->intrinsics(), "promiseThen"));
+    JSObjectCallAsFunction(ctx, then, promise, 1, &handler, &exception);
+    sentinelPlaced_ = !exception;
+}
+
+JSValueRef ScriptEngine::killCheckpoint(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
+                                        JSValueRef* exception)
+{
+    // The first job of the checkpoint: stop it, and the engine drops the whole queue.
+    ScriptEngine& engine = shared();
+    engine.guard_->stopSoon();
+    JSString body("for (;;) {}");
+    JSObjectRef spin = JSObjectMakeFunction(ctx, nullptr, 0, nullptr, body.get(), nullptr, 1, exception);
+    if (spin)
+        JSObjectCallAsFunction(ctx, spin, nullptr, 0, nullptr, exception);
+    return nullptr;
+}
+
+void ScriptEngine::discardPendingJobs()
+{
+    documentsSinceDiscard_ = 0;
+    if (!sentinelPlaced_ || !locked_ || !realm_)
+        return;
+    sentinelPlaced_ = false;
+    JSContextRef ctx = realm_->context();
+    JSUnlock(ctx); // the checkpoint: the sentinel stops it
+    JSLock(ctx);
+    guard_->end();
+    absorbTermination();
+    // And an empty checkpoint, after which the engine forgets the rejected promises it tracked.
+    JSUnlock(ctx);
+    JSLock(ctx);
 }
 
 void ScriptEngine::deferRelease(PrivateData* data)

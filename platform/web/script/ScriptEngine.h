@@ -16,6 +16,12 @@ struct PrivateData;
 
 // The process's one JavaScriptCore engine, made on first use, and the document scripts run in.
 // Everything happens on the thread that first used it.
+//
+// There is no event loop: promise jobs a script queues do not run. (Their checkpoint cannot be
+// bounded: the engine's watchdog times each job on its own, so an endless chain of short jobs
+// would never be stopped.) The engine holds its lock for good, so that no checkpoint happens by
+// itself, and drops the queued jobs now and then by killing a checkpoint at its first job, a
+// sentinel placed in the empty queue.
 class ScriptEngine {
 public:
     static ScriptEngine& shared();
@@ -51,11 +57,19 @@ public:
 private:
     ScriptEngine();
     void recoverFromStop(ExecutionGuard::Stop stop);
+    void absorbTermination();
+    void placeSentinel();
+    void discardPendingJobs();
+    static JSValueRef killCheckpoint(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
+                                     JSValueRef* exception);
 
     JSContextGroupRef group_;
     std::unique_ptr<ExecutionGuard> guard_;
     std::unique_ptr<Realm> realm_;
     bool documentUsed_ = false;
+    bool locked_ = false;
+    bool sentinelPlaced_ = false;
+    unsigned documentsSinceDiscard_ = 0;
     std::uint64_t documentNumber_ = 1;
     unsigned realmsMade_ = 0;
 };
