@@ -233,17 +233,28 @@ bool isAxisAligned(const cairo_matrix_t& m)
 // The reference rasterizer places glyphs at quarter pixels along a horizontal baseline and at
 // whole pixels across it, and at quarter pixels both ways when the text is turned; doing the
 // same in device space keeps text on the same pixels.
-void snapToDevicePixels(cairo_t* cr, double& x, double& y, bool axisAligned)
+// Cairo keeps device coordinates in fixed point of about 24 bits; glyphs further out than this
+// could not show on any canvas and would only wrap around.
+constexpr double kFarthestDeviceCoordinate = 4e6;
+
+bool withinDeviceRange(double value)
+{
+    return std::isfinite(value) && std::abs(value) < kFarthestDeviceCoordinate;
+}
+
+// Returns false for a glyph too far away to draw.
+bool snapToDevicePixels(cairo_t* cr, double& x, double& y, bool axisAligned)
 {
     double dx = x, dy = y;
     cairo_user_to_device(cr, &dx, &dy);
-    if (std::abs(dx) > 1e9 || std::abs(dy) > 1e9)
-        return;
+    if (!withinDeviceRange(dx) || !withinDeviceRange(dy))
+        return false;
     dx = std::floor((dx + 0.125) * 4) / 4;
     dy = axisAligned ? std::floor(dy + 0.5) : std::floor((dy + 0.125) * 4) / 4;
     cairo_device_to_user(cr, &dx, &dy);
     x = dx;
     y = dy;
+    return true;
 }
 
 void appendOutline(cairo_t* cr, const GlyphOutline& outline, double x, double y, double scaleX, double scaleY)
@@ -359,7 +370,7 @@ void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, cons
         return;
     if (maxWidth && (!std::isfinite(*maxWidth) || *maxWidth <= 0))
         return;
-    if (!(style.font.size > 0) || utf8.empty())
+    if (!(glyphSize(style.font.size) > 0) || utf8.empty())
         return;
     const Layout layout = layOut(utf8, style);
     if (layout.shaped->glyphs.empty())
@@ -378,16 +389,22 @@ void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, cons
     cairo_matrix_t ctm;
     cairo_get_matrix(cr, &ctm);
     const bool axisAligned = isAxisAligned(ctm);
-    const bool invertible = std::abs(ctm.xx * ctm.yy - ctm.xy * ctm.yx) > 1e-12;
+    const double determinant = ctm.xx * ctm.yy - ctm.xy * ctm.yx;
+    if (!(std::abs(determinant) > 1e-12))
+        return;
+    // How far one user unit reaches in device space, at most.
+    const double reach = std::abs(ctm.xx) + std::abs(ctm.xy) + std::abs(ctm.yx) + std::abs(ctm.yy);
     for (const ShapedGlyph& glyph : layout.shaped->glyphs) {
         const GlyphPlacement at = place(glyph, style);
+        if (!(at.size > 0) || !withinDeviceRange(at.size * reach))
+            continue;
         const GlyphOutline& outline = glyph.face->outline(glyph.glyph, at.size);
         if (outline.empty())
             continue;
         double gx = startX + at.x * squeeze;
         double gy = baselineY + at.y;
-        if (invertible)
-            snapToDevicePixels(cr, gx, gy, axisAligned);
+        if (!snapToDevicePixels(cr, gx, gy, axisAligned))
+            continue;
         const double scale = at.size / glyph.face->unitsPerEm();
         appendOutline(cr, outline, gx, gy, scale * squeeze, scale);
     }

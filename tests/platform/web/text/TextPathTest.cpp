@@ -208,10 +208,17 @@ TEST_F(TextPathTest, SurvivesHostileInput)
         const TextMetrics m = measureText("Hg", style);
         EXPECT_TRUE(std::isfinite(m.width) && std::isfinite(m.actualBoundingBoxAscent)) << size;
     }
+    // Spacing, positions or a transform far beyond any canvas leave the context usable.
     style.font.size = 20;
     style.letterSpacing = 1e300;
     draw("Hg", 10, 50, style);
     style.letterSpacing = 0;
+    draw("Hg", 1e200, -1e200, style);
+    cairo_save(cr_);
+    cairo_scale(cr_, 1e9, 1e9);
+    draw("Hg", 10, 50, style);
+    cairo_restore(cr_);
+    EXPECT_EQ(cairo_status(cr_), CAIRO_STATUS_SUCCESS);
     // Thousands of different texts and fonts keep working (the caches evict, not grow).
     for (int i = 0; i < 3000; ++i) {
         style.font = *parseCanvasFont(std::to_string(8 + i % 50) + "px f" + std::to_string(i) + ", sans-serif");
