@@ -19,9 +19,9 @@ constexpr double kMaximumFontSize = 10000;
 // Canvas text is measured without a page around it; viewport units in a font use this one.
 constexpr double kViewportWidth = 1280, kViewportHeight = 720;
 
-constexpr std::array<const char*, 14> kGenericFamilyNames{
+constexpr std::array<const char*, 13> kGenericFamilyNames{
     "serif", "sans-serif", "monospace", "cursive", "fantasy", "system-ui", "ui-serif",
-    "ui-sans-serif", "ui-monospace", "ui-rounded", "math", "emoji", "fangsong", "-webkit-body"};
+    "ui-sans-serif", "ui-monospace", "ui-rounded", "math", "emoji", "fangsong"};
 
 bool isCssWideKeyword(const std::string& lower)
 {
@@ -31,9 +31,8 @@ bool isCssWideKeyword(const std::string& lower)
 
 bool isGenericFamily(const std::string& lower)
 {
-    return std::find_if(kGenericFamilyNames.begin(), kGenericFamilyNames.end() - 1,
-                        [&](const char* name) { return lower == name; })
-        != kGenericFamilyNames.end() - 1;
+    return std::any_of(kGenericFamilyNames.begin(), kGenericFamilyNames.end(),
+                       [&](const char* name) { return lower == name; });
 }
 
 std::optional<double> absoluteSizeKeyword(const std::string& lower)

@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <unordered_map>
 
 namespace {
 
