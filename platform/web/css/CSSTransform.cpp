@@ -1,6 +1,7 @@
 #include "platform/web/css/CSSTransform.h"
 
 #include "platform/web/css/CSSScanner.h"
+#include "platform/web/geometry/SinCosDegrees.h"
 
 #include <cmath>
 #include <string>
@@ -51,20 +52,20 @@ std::optional<double> toPixels(const Numeric& n)
     return {};
 }
 
-std::optional<double> toRadians(const Numeric& n)
+std::optional<double> toDegrees(const Numeric& n)
 {
     if (n.isNumber())
         return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
     if (n.type != Numeric::Type::Dimension)
         return {};
     if (n.unit == "deg")
-        return n.value * M_PI / 180;
-    if (n.unit == "rad")
         return n.value;
+    if (n.unit == "rad")
+        return n.value * 180 / M_PI;
     if (n.unit == "grad")
-        return n.value * M_PI / 200;
+        return n.value * 0.9;
     if (n.unit == "turn")
-        return n.value * 2 * M_PI;
+        return n.value * 360;
     return {};
 }
 
@@ -116,37 +117,17 @@ Matrix scaling(double x, double y, double z)
     return m;
 }
 
-Matrix skewing(double ax, double ay)
+Matrix skewing(double degreesX, double degreesY)
 {
     Matrix m = kIdentity;
-    m[0][1] = std::tan(ax);
-    m[1][0] = std::tan(ay);
+    m[0][1] = std::tan(degreesX * M_PI / 180);
+    m[1][0] = std::tan(degreesY * M_PI / 180);
     return m;
 }
 
-// The rotation of `angle` radians about the axis (x, y, z), as CSS rotate3d() defines it.
-Matrix rotation(double x, double y, double z, double angle)
+Matrix rotation(double x, double y, double z, double degrees)
 {
-    double length = std::sqrt(x * x + y * y + z * z);
-    if (length == 0 || !std::isfinite(length))
-        return kIdentity;
-    x /= length;
-    y /= length;
-    z /= length;
-    double s = std::sin(angle / 2);
-    double sc = s * std::cos(angle / 2);
-    double sq = s * s;
-    Matrix m = kIdentity;
-    m[0][0] = 1 - 2 * (y * y + z * z) * sq;
-    m[1][0] = 2 * (x * y * sq + z * sc);
-    m[2][0] = 2 * (x * z * sq - y * sc);
-    m[0][1] = 2 * (x * y * sq - z * sc);
-    m[1][1] = 1 - 2 * (x * x + z * z) * sq;
-    m[2][1] = 2 * (y * z * sq + x * sc);
-    m[0][2] = 2 * (x * z * sq + y * sc);
-    m[1][2] = 2 * (y * z * sq - x * sc);
-    m[2][2] = 1 - 2 * (x * x + y * y) * sq;
-    return m;
+    return rotationMatrix(x, y, z, degrees).value_or(kIdentity);
 }
 
 // One transform function; its name is already read, the scanner is inside the parentheses.
@@ -227,7 +208,7 @@ std::optional<Matrix> parseFunction(const std::string& name, CSSScanner& scanner
     if (name == "rotate" || name == "rotatex" || name == "rotatey" || name == "rotatez") {
         if (count != 1)
             return {};
-        auto angle = toRadians(a[0]);
+        auto angle = toDegrees(a[0]);
         if (!angle)
             return {};
         if (name != "rotate")
@@ -241,7 +222,7 @@ std::optional<Matrix> parseFunction(const std::string& name, CSSScanner& scanner
     if (name == "rotate3d") {
         if (count != 4 || !a[0].isNumber() || !a[1].isNumber() || !a[2].isNumber())
             return {};
-        auto angle = toRadians(a[3]);
+        auto angle = toDegrees(a[3]);
         if (!angle)
             return {};
         is2D = false;
@@ -249,7 +230,7 @@ std::optional<Matrix> parseFunction(const std::string& name, CSSScanner& scanner
     }
     if (name == "skew" || name == "skewx" || name == "skewy") {
         for (const auto& n : a) {
-            auto angle = toRadians(n);
+            auto angle = toDegrees(n);
             if (!angle)
                 return {};
             v.push_back(*angle);

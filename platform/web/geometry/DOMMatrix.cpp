@@ -73,7 +73,7 @@ void DOMMatrix::rotateSelf(double rotX, std::optional<double> rotY, std::optiona
 
 void DOMMatrix::rotateFromVectorSelf(double x, double y)
 {
-    double angle = (x == 0 && y == 0) ? 0 : std::atan2(y, x) / kRadiansPerDegree;
+    double angle = (x == 0 && y == 0) ? 0 : std::atan2(y, x) * (180 / M_PI);
     rotateAxisAngleInPlace(0, 0, 1, angle);
 }
 

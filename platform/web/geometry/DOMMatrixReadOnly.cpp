@@ -3,14 +3,13 @@
 #include "platform/web/css/CSSTransform.h"
 #include "platform/web/geometry/DOMMatrix.h"
 #include "platform/web/geometry/NumberToString.h"
+#include "platform/web/geometry/SinCosDegrees.h"
 
 #include <cmath>
 
 namespace {
 
 using Elements = std::array<std::array<double, 4>, 4>;
-
-constexpr double kRadiansPerDegree = M_PI / 180;
 
 Elements multiply(const Elements& a, const Elements& b)
 {
@@ -298,29 +297,10 @@ void DOMMatrixReadOnly::scaleInPlace(double sx, double sy, double sz, double ox,
 
 void DOMMatrixReadOnly::rotateAxisAngleInPlace(double x, double y, double z, double angle)
 {
-    double length = std::sqrt(x * x + y * y + z * z);
     if (x != 0 || y != 0)
         is2D_ = false;
-    if (length == 0)
-        return;
-    x /= length;
-    y /= length;
-    z /= length;
-    double radians = angle * kRadiansPerDegree;
-    double s = std::sin(radians / 2);
-    double sc = s * std::cos(radians / 2);
-    double sq = s * s;
-    Elements r = kIdentity;
-    r[0][0] = 1 - 2 * (y * y + z * z) * sq;
-    r[1][0] = 2 * (x * y * sq + z * sc);
-    r[2][0] = 2 * (x * z * sq - y * sc);
-    r[0][1] = 2 * (x * y * sq - z * sc);
-    r[1][1] = 1 - 2 * (x * x + z * z) * sq;
-    r[2][1] = 2 * (y * z * sq + x * sc);
-    r[0][2] = 2 * (x * z * sq + y * sc);
-    r[1][2] = 2 * (y * z * sq - x * sc);
-    r[2][2] = 1 - 2 * (x * x + y * y) * sq;
-    postMultiply(r);
+    if (auto r = rotationMatrix(x, y, z, angle))
+        postMultiply(*r);
 }
 
 void DOMMatrixReadOnly::rotateInPlace(double rotX, std::optional<double> rotY, std::optional<double> rotZ)
