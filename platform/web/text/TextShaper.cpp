@@ -172,7 +172,10 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
         if (!face)
             return result;
         previousFace = face;
-        if (!runs.empty() && runs.back().face == face && runs.back().smallCaps == smallCaps && runs.back().level == levels[i])
+        // Browsers shape word by word, a space on its own: nothing kerns or joins across one.
+        const bool wordBreak = i > 0 && (text[i] == ' ' || text[i - 1] == ' ');
+        if (!runs.empty() && !wordBreak && runs.back().face == face && runs.back().smallCaps == smallCaps
+            && runs.back().level == levels[i])
             runs.back().end = i + 1;
         else
             runs.push_back({i, i + 1, face, smallCaps, levels[i]});

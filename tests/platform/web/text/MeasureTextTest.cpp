@@ -82,6 +82,9 @@ const Case kCases[] = {
      {90.7109, 0, 91.3721, 15, 4, 12, 0, 12, 0, -4}},
     {"10px sans-serif", "Hello", B::Alphabetic, A::Start, D::Inherit, 2, K::Auto,
      {32.7881, 0, 31.2266, 9, 2, 8, 1, 7.2, 0, -2}},
+    // Words are shaped apart: no kerning between a space and the letter after it.
+    {"16px Helvetica Neue", "start Ag", B::Alphabetic, A::Start, D::Inherit, 0, K::Auto,
+     {55.1328, 0, 54.2344, 14, 3, 12, 4, 11.2, 0, -3}},
     {"10px sans-serif", "a\tb\nc", B::Alphabetic, A::Start, D::Inherit, 0, K::Auto,
      {21.6797, 0, 21.6797, 9, 2, 8, 1, 7.2, 0, -2}},
     // Tiny and large sizes.
