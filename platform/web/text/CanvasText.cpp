@@ -92,19 +92,15 @@ double alignOffset(const CanvasTextStyle& style, double width)
     return 0;
 }
 
-// Up to this size the reference rasterizes glyphs through FreeType, whose sizes are whole
-// 64ths of a pixel (cut, not rounded), and rounds each glyph's ink box out to whole pixels;
-// above it glyphs are drawn as exact outlines.
-constexpr double kLargestRasterizedSize = 256;
-
+// Large glyphs have their ink boxes rounded out at this size and scaled up.
 constexpr double kOutlineMeasureSize = 64;
 
 bool drawnAsOutlines(double size)
 {
-    return size > kLargestRasterizedSize;
+    return size > kLargestRasterizedGlyphSize;
 }
 
-// The size glyphs are laid out and drawn at.
+// The size glyphs are laid out and drawn at: whole 64ths of a pixel, cut, not rounded.
 double glyphSize(double size)
 {
     return drawnAsOutlines(size) ? size : std::floor(size * 64) / 64;
@@ -164,7 +160,6 @@ InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style)
         const auto [x, y, size] = place(glyph, style);
         if (!(size > 0))
             continue;
-        // Large glyphs are measured at the size outlines are kept at and scaled up.
         const double measuredSize = drawnAsOutlines(size) ? kOutlineMeasureSize : size;
         auto outward = [&](double value, bool up) {
             value = roundToLayoutUnit(value * measuredSize / size);
@@ -197,9 +192,6 @@ bool isAxisAligned(const cairo_matrix_t& m)
     return m.xy == 0 && m.yx == 0 && m.xx != 0 && m.yy != 0;
 }
 
-// The reference rasterizer places glyphs at quarter pixels along a horizontal baseline and at
-// whole pixels across it, and at quarter pixels both ways when the text is turned; doing the
-// same in device space keeps text on the same pixels.
 // Cairo keeps device coordinates in fixed point of about 24 bits; glyphs further out than this
 // could not show on any canvas and would only wrap around.
 constexpr double kFarthestDeviceCoordinate = 4e6;
@@ -209,7 +201,10 @@ bool withinDeviceRange(double value)
     return std::isfinite(value) && std::abs(value) < kFarthestDeviceCoordinate;
 }
 
-// Returns false for a glyph too far away to draw.
+// The reference rasterizer places glyphs at quarter pixels along a horizontal baseline and at
+// whole pixels across it, and at quarter pixels both ways when the text is turned; doing the
+// same in device space keeps text on the same pixels. Returns false for a glyph too far away
+// to draw.
 bool snapToDevicePixels(cairo_t* cr, double& x, double& y, bool axisAligned)
 {
     double dx = x, dy = y;

@@ -29,11 +29,10 @@ FT_Library freetype()
 // they draw thicker by a 24th of the size at 9 pixels, a 32nd at 36 and above, in proportion
 // between; its ink box they measure as thickened by a 24th of the size up to 256 pixels.
 constexpr double kSyntheticSlant = 0.25;
-constexpr double kLargestRasterizedSize = 256;
 
 double syntheticBoldStrength(double size, GlyphUse use)
 {
-    if (use == GlyphUse::Measure && size <= kLargestRasterizedSize)
+    if (use == GlyphUse::Measure && size <= kLargestRasterizedGlyphSize)
         return 1.0 / 24;
     const double t = std::clamp((size - 9) / (36 - 9), 0.0, 1.0);
     return 1.0 / 24 + t * (1.0 / 32 - 1.0 / 24);

@@ -22,6 +22,11 @@ struct GlyphOutline {
 // A font file's face as canvas text uses it: shaping through HarfBuzz, outlines and vertical
 // metrics through FreeType. `syntheticBold` and `syntheticItalic` make up a style the file
 // lacks, the way browsers do (a thicker outline, a slant of a quarter).
+// Up to this size the reference browser rasterizes glyphs through FreeType, at sizes of
+// whole 64ths of a pixel, with ink boxes rounded out to whole pixels; larger glyphs it draws
+// and measures as exact outlines.
+constexpr double kLargestRasterizedGlyphSize = 256;
+
 // Drawn and measured glyphs differ for a made-up bold (see FontFace::outline).
 enum class GlyphUse { Draw, Measure };
 
