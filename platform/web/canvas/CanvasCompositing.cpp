@@ -1,5 +1,7 @@
 #include "platform/web/canvas/CanvasRenderingContext2D.h"
 
+#include "platform/web/css/CSSFilter.h"
+
 #include <cmath>
 
 void CanvasRenderingContext2D::setGlobalAlpha(double alpha)
@@ -33,8 +35,7 @@ void CanvasRenderingContext2D::setImageSmoothingQuality(std::string_view quality
 
 void CanvasRenderingContext2D::setFilter(std::string_view filter)
 {
-    // Filters are not drawn; the value is kept so scripts reading it back see what they set.
-    if (filter.empty())
-        return;
-    state_.filter = std::string(filter);
+    // Filters are not drawn; a valid value is kept as written, so scripts read back what they set.
+    if (isValidCSSFilter(filter))
+        state_.filter = std::string(filter);
 }

@@ -21,6 +21,7 @@ struct CanvasTextDrawingState {
     std::string fontStretch = "normal";
     std::string fontVariantCaps = "normal";
     std::string textRendering = "auto";
+    std::string lang = "inherit";
 
     static const std::shared_ptr<const CanvasTextDrawingState>& initial();
 };

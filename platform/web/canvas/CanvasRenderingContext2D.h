@@ -172,6 +172,9 @@ public:
     void setTextRendering(std::string_view rendering);
     std::string wordSpacing() const;
     void setWordSpacing(std::string_view spacing);
+    // The language of the text; kept and reported ("inherit" until set).
+    std::string lang() const { return state_.text->lang; }
+    void setLang(std::string_view lang);
 
     // CanvasPath: closePath, moveTo, lineTo, ... inherited.
 

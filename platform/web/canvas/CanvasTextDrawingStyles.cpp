@@ -5,18 +5,6 @@
 
 namespace {
 
-std::string trimmedLowerCase(std::string_view text)
-{
-    auto isSpace = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; };
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), [](char c) { return (c >= 'A' && c <= 'Z') ? char(c + 32) : c; });
-    return result;
-}
-
 struct StretchKeyword {
     std::string_view name;
     double percentage;
@@ -52,7 +40,15 @@ void CanvasRenderingContext2D::setFont(std::string_view font)
         return;
     if (*parsed == state_.text->style.font)
         return;
-    mutableText()->style.font = std::move(*parsed);
+    // The font shorthand sets the stretch and capitals the separate attributes report.
+    auto text = mutableText();
+    text->fontVariantCaps = parsed->variant == CanvasFontVariant::SmallCaps ? "small-caps" : "normal";
+    text->fontStretch = "normal";
+    for (const auto& keyword : kStretches) {
+        if (keyword.percentage == parsed->stretch)
+            text->fontStretch = std::string(keyword.name);
+    }
+    text->style.font = std::move(*parsed);
 }
 
 std::string_view CanvasRenderingContext2D::textAlign() const { return toString(state_.text->style.align); }
@@ -100,7 +96,7 @@ void CanvasRenderingContext2D::setLetterSpacing(std::string_view spacing)
         return;
     auto text = mutableText();
     text->style.letterSpacing = *value;
-    text->letterSpacing = trimmedLowerCase(spacing);
+    text->letterSpacing = serializeCanvasSpacing(spacing);
 }
 
 std::string CanvasRenderingContext2D::wordSpacing() const { return state_.text->wordSpacing; }
@@ -112,7 +108,7 @@ void CanvasRenderingContext2D::setWordSpacing(std::string_view spacing)
         return;
     auto text = mutableText();
     text->style.wordSpacing = *value;
-    text->wordSpacing = trimmedLowerCase(spacing);
+    text->wordSpacing = serializeCanvasSpacing(spacing);
 }
 
 std::string_view CanvasRenderingContext2D::fontStretch() const { return state_.text->fontStretch; }
@@ -141,6 +137,12 @@ void CanvasRenderingContext2D::setFontVariantCaps(std::string_view caps)
 }
 
 std::string_view CanvasRenderingContext2D::textRendering() const { return state_.text->textRendering; }
+
+void CanvasRenderingContext2D::setLang(std::string_view lang)
+{
+    if (lang != state_.text->lang)
+        mutableText()->lang = std::string(lang);
+}
 
 void CanvasRenderingContext2D::setTextRendering(std::string_view rendering)
 {
