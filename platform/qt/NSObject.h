@@ -41,6 +41,8 @@ public:
     Id(double value) : v_(PlistValue(value)) {}
     Id(float value) : v_(PlistValue(value)) {}
     Id(UIColor value) : v_(PlistValue(value)) {}
+    Id(PlistArray value) : v_(PlistValue(std::move(value))) {}
+    Id(PlistDict value) : v_(PlistValue(std::move(value))) {}
     Id(UIImage image);
     Id(const ObjCClass* cls);
     Id(QWidget* view);

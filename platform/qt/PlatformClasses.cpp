@@ -1,5 +1,6 @@
 #include "PlatformClasses.h"
 
+#include "Accessibility.h"
 #include "PSControlCells.h"
 #include "PSListItemsController.h"
 #include "UINavigationController.h"
@@ -15,4 +16,5 @@ void registerPlatformClasses()
     PSControlTableCell::staticClass();
     PSSwitchTableCell::staticClass();
     PSSliderTableCell::staticClass();
+    installAccessibility();
 }
