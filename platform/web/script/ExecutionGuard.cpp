@@ -33,15 +33,15 @@ void ExecutionGuard::begin(std::chrono::milliseconds limit)
     stopping_ = false;
     auto now = std::chrono::steady_clock::now();
     deadline_ = now + limit;
-    nextMemoryCheck_ = now + kMemoryCheckInterval;
-    std::size_t resident = residentBytes();
-    memoryCeiling_ = resident ? resident + kMemoryGrowthLimit : 0;
+    // Reading the resident size costs microseconds: a script short enough never to reach the
+    // first check never pays for it, a longer one is measured from there.
+    nextMemoryCheck_ = now;
+    memoryCeiling_ = 0;
     arm(kRunningPeriod);
 }
 
 void ExecutionGuard::end()
 {
-    memoryCeiling_ = 0;
     stopping_ = false;
     JSContextGroupClearExecutionTimeLimit(group_);
 }
@@ -77,9 +77,12 @@ bool ExecutionGuard::check()
         stop_ = Stop::Time;
         return true;
     }
-    if (memoryCeiling_ && now >= nextMemoryCheck_) {
+    if (now >= nextMemoryCheck_) {
         nextMemoryCheck_ = now + kMemoryCheckInterval;
-        if (residentBytes() > memoryCeiling_) {
+        std::size_t resident = residentBytes();
+        if (!memoryCeiling_)
+            memoryCeiling_ = resident ? resident + kMemoryGrowthLimit : 0;
+        else if (resident > memoryCeiling_) {
             stop_ = Stop::Memory;
             return true;
         }

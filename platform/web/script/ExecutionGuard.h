@@ -27,8 +27,8 @@ public:
     ExecutionGuard(const ExecutionGuard&) = delete;
     ExecutionGuard& operator=(const ExecutionGuard&) = delete;
 
-    // Starts a budget: `limit` of wall time from now and the memory growth limit from the
-    // present resident size.
+    // Starts a budget: `limit` of wall time from now, and the memory growth limit from the
+    // resident size at the first check.
     void begin(std::chrono::milliseconds limit);
     // Ends the budget. Our own calls into the engine in between run unwatched: they never run
     // script code.

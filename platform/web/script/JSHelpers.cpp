@@ -65,32 +65,33 @@ std::string toUTF8(JSStringRef string)
     // Encode by hand: the engine's own conversion stops at an embedded NUL.
     const JSChar* units = JSStringGetCharactersPtr(string);
     std::size_t length = JSStringGetLength(string);
-    std::string out;
-    out.reserve(length);
+    std::string out(length * 3, '\0');
+    char* write = out.data();
     for (std::size_t i = 0; i < length; ++i) {
         char32_t code = units[i];
+        if (code < 0x80) {
+            *write++ = char(code);
+            continue;
+        }
         if (code >= 0xD800 && code <= 0xDBFF && i + 1 < length && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF) {
             code = 0x10000 + ((code - 0xD800) << 10) + (units[i + 1] - 0xDC00);
             ++i;
         } else if (code >= 0xD800 && code <= 0xDFFF) {
             code = 0xFFFD;
         }
-        if (code < 0x80) {
-            out += char(code);
-        } else if (code < 0x800) {
-            out += char(0xC0 | (code >> 6));
-            out += char(0x80 | (code & 0x3F));
+        if (code < 0x800) {
+            *write++ = char(0xC0 | (code >> 6));
         } else if (code < 0x10000) {
-            out += char(0xE0 | (code >> 12));
-            out += char(0x80 | ((code >> 6) & 0x3F));
-            out += char(0x80 | (code & 0x3F));
+            *write++ = char(0xE0 | (code >> 12));
+            *write++ = char(0x80 | ((code >> 6) & 0x3F));
         } else {
-            out += char(0xF0 | (code >> 18));
-            out += char(0x80 | ((code >> 12) & 0x3F));
-            out += char(0x80 | ((code >> 6) & 0x3F));
-            out += char(0x80 | (code & 0x3F));
+            *write++ = char(0xF0 | (code >> 18));
+            *write++ = char(0x80 | ((code >> 12) & 0x3F));
+            *write++ = char(0x80 | ((code >> 6) & 0x3F));
         }
+        *write++ = char(0x80 | (code & 0x3F));
     }
+    out.resize(std::size_t(write - out.data()));
     return out;
 }
 

@@ -29,6 +29,7 @@ constexpr const char* kBootstrap = R"JS((function () {
         objectPrototype: g.Object.prototype,
         defineProperty,
         preventExtensions: Reflect.preventExtensions,
+        deleteProperty: Reflect.deleteProperty,
         promiseThen: g.Promise.prototype.then,
         isResizable: Object.getOwnPropertyDescriptor(g.ArrayBuffer.prototype, 'resizable').get,
         iterator: g.Symbol.iterator,

@@ -16,10 +16,11 @@ namespace {
 constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     'use strict';
     const ownKeys = Reflect.ownKeys, describe = Reflect.getOwnPropertyDescriptor, protoOf = Reflect.getPrototypeOf;
-    const apply = Reflect.apply, deleteProperty = Reflect.deleteProperty, is = Object.is;
+    const apply = Reflect.apply, is = Object.is;
     const hasOwn = Object.hasOwn, keys = Object.keys, symbols = Object.getOwnPropertySymbols;
     const makeFunction = Function, quote = JSON.stringify, assign = Object.assign, create = Object.create;
     const preventExtensions = intrinsics.preventExtensions, defineProperty = intrinsics.defineProperty;
+    const deleteProperty = intrinsics.deleteProperty;
     const regExpExec = RegExp.prototype.exec, emptyPattern = /(?:)/;
     const global = globalThis;
 
@@ -89,7 +90,10 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     const O = [], tests = [], methods = [];
     for (const object of objects) {
         const own = ownKeys(object);
-        const method = typeof object === 'function' && own.every((key) => key === 'length' || key === 'name');
+        if (typeof object === 'function' && own.every((key) => key === 'length' || key === 'name')) {
+            methods.push(object);
+            continue;
+        }
         const parts = [];
         for (const key of own) {
             const d = describe(object, key);
@@ -98,16 +102,10 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
             else if (d.writable || d.configurable)
                 parts.push(valueChanged('o', key, d.value));
         }
-        if (method) {
-            methods.push(object);
-        } else {
-            parts.push('keys(o).length!==' + keys(object).length);
-            parts.push('symbols(o).length!==' + symbols(object).length);
-        }
-        if (parts.length) {
-            O.push(object);
-            tests.push('o=O[' + (O.length - 1) + '];if(' + parts.join('||') + ')return true;');
-        }
+        parts.push('keys(o).length!==' + keys(object).length);
+        parts.push('symbols(o).length!==' + symbols(object).length);
+        O.push(object);
+        tests.push('o=O[' + (O.length - 1) + '];if(' + parts.join('||') + ')return true;');
     }
     methods.forEach((method) => preventExtensions(method));
 
@@ -184,6 +182,7 @@ constexpr Guard kGuards[] = {
     {"Reflect", "preventExtensions", false, RealmIsolation::Change::Shape, 1},
     {"Object", "seal", false, RealmIsolation::Change::Shape, 1},
     {"Object", "freeze", false, RealmIsolation::Change::Shape, 1},
+    {"Reflect", "deleteProperty", false, RealmIsolation::Change::Descriptors, 2},
     // The __proto__ setter of Object.prototype; its getter stays.
     {"Object.prototype", "__proto__", true, RealmIsolation::Change::Shape, 1},
 };

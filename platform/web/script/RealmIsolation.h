@@ -17,12 +17,14 @@ class Realm;
 //   intrinsics scripts reach by syntax alone is recorded, and a check is compiled that compares
 //   their own properties with the record: values of everything a script can assign, presence
 //   of accessors, counts of enumerable and symbol keys (additions by assignment are
-//   enumerable). Built-in functions without properties of their own are made non-extensible,
-//   so that their few properties are all there is to compare.
+//   enumerable). Built-in functions that have nothing but their name and length (nine in ten
+//   of the objects) are made non-extensible instead of checked: those two properties are
+//   read-only, so only `delete` could still change them, and comparing them every time would
+//   cost more than the rest of the check together.
 // - What the check cannot see (a property made non-writable or into an accessor, a changed
 //   prototype, a frozen object) can only be done through a handful of built-ins
-//   (Object.defineProperty, setPrototypeOf, freeze, ...). These are wrapped; used on a recorded
-//   object, they mark the realm spoiled.
+//   (Object.defineProperty, setPrototypeOf, freeze, Reflect.deleteProperty, ...). These are
+//   wrapped; used on a recorded object, they mark the realm spoiled.
 // - The global object is compared key by key; what scripts added to it is deleted and what
 //   they changed is put back. Anything that cannot be put back spoils the realm, and the
 //   engine then makes a new one.

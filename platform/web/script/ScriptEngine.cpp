@@ -1,6 +1,7 @@
 #include "platform/web/script/ScriptEngine.h"
 
 #include "platform/web/script/Binding.h"
+#include "platform/web/script/ExecutionGuard.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/JSHelpers.h"
 #include "platform/web/script/Realm.h"
@@ -39,6 +40,11 @@ std::string describeException(JSContextRef ctx, JSValueRef exception)
 }
 
 } // namespace
+
+struct Sentinel {
+    static JSValueRef killCheckpoint(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
+                                     JSValueRef* exception);
+};
 
 ScriptEngine& ScriptEngine::shared()
 {
@@ -118,7 +124,7 @@ ScriptEngine::Result ScriptEngine::evaluate(std::string_view source)
         result.error = stop == ExecutionGuard::Stop::Time
             ? "stopped after " + std::to_string(timeLimitSetting.count()) + " ms"
             : "stopped: used too much memory";
-        recoverFromStop(stop);
+        recoverFromStop(stop == ExecutionGuard::Stop::Memory);
     }
     return result;
 }
@@ -137,10 +143,10 @@ void ScriptEngine::absorbTermination()
     }
 }
 
-void ScriptEngine::recoverFromStop(ExecutionGuard::Stop stop)
+void ScriptEngine::recoverFromStop(bool memory)
 {
     absorbTermination();
-    if (stop == ExecutionGuard::Stop::Memory) {
+    if (memory) {
         // Let go of everything the script held and give the memory back now.
         newDocument();
         discardPendingJobs();
@@ -176,17 +182,17 @@ void ScriptEngine::placeSentinel()
         return;
     JSObjectCallAsFunction(ctx, resolve, nullptr, 0, nullptr, &exception);
     JSString name("");
-    JSValueRef handler = JSObjectMakeFunctionWithCallback(ctx, name.get(), &ScriptEngine::killCheckpoint);
+    JSValueRef handler = JSObjectMakeFunctionWithCallback(ctx, name.get(), &Sentinel::killCheckpoint);
     JSObjectRef then = toObject(ctx, getProperty(ctx, realm_->intrinsics(), "promiseThen"));
     JSObjectCallAsFunction(ctx, then, promise, 1, &handler, &exception);
     sentinelPlaced_ = !exception;
 }
 
-JSValueRef ScriptEngine::killCheckpoint(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
-                                        JSValueRef* exception)
+// The first job of the checkpoint: stop it, and the engine drops the whole queue.
+JSValueRef Sentinel::killCheckpoint(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
+                                    JSValueRef* exception)
 {
-    // The first job of the checkpoint: stop it, and the engine drops the whole queue.
-    ScriptEngine& engine = shared();
+    ScriptEngine& engine = ScriptEngine::shared();
     engine.guard_->stopSoon();
     JSString body("for (;;) {}");
     JSObjectRef spin = JSObjectMakeFunction(ctx, nullptr, 0, nullptr, body.get(), nullptr, 1, exception);

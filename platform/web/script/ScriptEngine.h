@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/web/script/ExecutionGuard.h"
-
 #include <chrono>
 #include <cstdint>
 #include <memory>
@@ -9,8 +7,11 @@
 #include <string>
 #include <string_view>
 
+typedef const struct OpaqueJSContextGroup* JSContextGroupRef;
+
 namespace script {
 
+class ExecutionGuard;
 class Realm;
 struct PrivateData;
 
@@ -56,12 +57,11 @@ public:
 
 private:
     ScriptEngine();
-    void recoverFromStop(ExecutionGuard::Stop stop);
+    void recoverFromStop(bool memory);
     void absorbTermination();
     void placeSentinel();
     void discardPendingJobs();
-    static JSValueRef killCheckpoint(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
-                                     JSValueRef* exception);
+    friend struct Sentinel;
 
     JSContextGroupRef group_;
     std::unique_ptr<ExecutionGuard> guard_;
