@@ -6,6 +6,9 @@
 
 #include <cmath>
 
+// Kept exactly as given: a round trip through QColor would round the channels.
+Q_DECLARE_METATYPE(UIColor)
+
 namespace {
 
 constexpr const char* kTint = "ampwellTintColor";
@@ -28,14 +31,14 @@ std::optional<UIColor> tintColor(const QWidget* view)
     QVariant value = view ? view->property(kTint) : QVariant();
     if (!value.isValid())
         return std::nullopt;
-    return toUIColor(value.value<QColor>());
+    return value.value<UIColor>();
 }
 
 void setTintColor(QWidget* view, std::optional<UIColor> color)
 {
     if (!view)
         return;
-    view->setProperty(kTint, color ? QVariant(toQColor(*color)) : QVariant());
+    view->setProperty(kTint, color ? QVariant::fromValue(*color) : QVariant());
     repaintTree(view);
 }
 

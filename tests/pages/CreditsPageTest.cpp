@@ -8,6 +8,7 @@
 #include "platform/qt/UIImageView.h"
 #include "support/TemporaryRoot.h"
 
+#include <QAbstractButton>
 #include <QLabel>
 
 #include <gtest/gtest.h>
