@@ -182,19 +182,27 @@ std::vector<cairo_path_data_t> clampToCairoRange(std::span<const cairo_path_data
     std::vector<cairo_path_data_t> out;
     Writer writer(out);
     Polyline subpath;
+    bool broken = false; // the subpath met a point that is not a number
+    // Overflowed coordinates stay huge but finite, so that clipping them stays arithmetic.
+    auto tame = [&](double v) {
+        if (std::isnan(v))
+            broken = true;
+        return std::clamp(v, -1e150, 1e150);
+    };
     auto finish = [&](bool closed) {
-        if (subpath.size() >= 2) {
+        if (subpath.size() >= 2 && !broken) {
             if (stroke)
                 emitStroked(subpath, closed, writer);
             else
                 emitFilled(subpath, writer);
         }
         subpath.clear();
+        broken = false;
     };
     Point start{};
     for (std::size_t i = 0; i < path.size(); i += path[i].header.length) {
         const cairo_path_data_t* element = &path[i];
-        auto point = [&](int j) { return Point{element[j].point.x, element[j].point.y}; };
+        auto point = [&](int j) { return Point{tame(element[j].point.x), tame(element[j].point.y)}; };
         switch (element->header.type) {
         case CAIRO_PATH_MOVE_TO:
             finish(false);
