@@ -261,6 +261,17 @@ void PSListController::viewWillAppear(bool)
                     cell->setValue(valueForSpecifier(entry));
 }
 
+void PSListController::viewDidAppear(bool)
+{
+    if (!table_ || (focusWidget() && isAncestorOf(focusWidget()) && focusWidget()->hasFocus()))
+        return;
+    for (PSTableCell* cell : table_->visibleCells())
+        if (cell->focusPolicy() != Qt::NoFocus) {
+            cell->setFocus(Qt::OtherFocusReason);
+            return;
+        }
+}
+
 int PSListController::numberOfSectionsInTableView(UITableView*)
 {
     return static_cast<int>(groups_.size());

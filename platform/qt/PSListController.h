@@ -53,6 +53,8 @@ public:
     void loadView() override;
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
+    // Puts the keyboard on the first row unless something on the page has it already.
+    void viewDidAppear(bool animated) override;
 
     // The table's questions, answered from the entries.
     int numberOfSectionsInTableView(UITableView* table) override;

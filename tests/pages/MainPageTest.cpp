@@ -16,6 +16,8 @@
 #include "store/Profiles.h"
 #include "support/TemporaryRoot.h"
 
+#include <QTest>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -205,9 +207,14 @@ TEST_F(MainPageTest, CreditsOpenFromTheMainPageAndMissingPagesDoNothing)
     credits->activate();
     ASSERT_TRUE(dynamic_cast<QLAWCreditsController*>(window_->top()));
     EXPECT_EQ(window_->navigation()->navigationBar()->shownTitle(), QStringLiteral("Credits"));
-    // Back restores the main page and its logo.
-    window_->navigation()->popViewControllerAnimated(false);
+    // The keyboard lands on the first row; Escape goes back.
+    window_->window()->activateWindow();
+    QWidget* focused = QApplication::focusWidget();
+    ASSERT_TRUE(focused);
+    EXPECT_TRUE(window_->top()->isAncestorOf(focused));
+    QTest::keyClick(focused, Qt::Key_Escape);
     EXPECT_EQ(window_->top(), page_);
+    EXPECT_EQ(window_->navigation()->navigationBar()->shownTitle(), QString());
 }
 
 TEST_F(MainPageTest, ShowsTheLogoAndRoundsTheHeaderAfterLeavingPortrait)
