@@ -18,3 +18,4 @@ struct Command {
 std::vector<Command> settingsCommands();
 std::vector<Command> profileCommands();
 std::vector<Command> watchCommands();
+std::vector<Command> renderCommands();

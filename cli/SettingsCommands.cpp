@@ -1,4 +1,5 @@
 #include "Command.h"
+#include "HexColourArgument.h"
 #include "ValueText.h"
 
 #include "store/PreferencesStore.h"
@@ -14,7 +15,6 @@
 #include <cmath>
 #include <iomanip>
 #include <iostream>
-#include <regex>
 #include <sstream>
 
 namespace {
@@ -32,13 +32,12 @@ struct Parsed {
 
 Parsed parseColour(const SettingDeclaration& setting, const std::string& text)
 {
-    static const std::regex hex("#?([0-9A-Fa-f]{6}|[0-9A-Fa-f]{8})");
-    if (!std::regex_match(text, hex))
+    bool hasAlpha = false;
+    std::optional<UIColor> color = parseHexColourArgument(text, &hasAlpha);
+    if (!color)
         return {{}, setting.key + " takes a colour of 6 or 8 hex digits (RRGGBB or RRGGBBAA), \"#\" optional"};
-    bool hasAlpha = text.size() - (text.starts_with('#') ? 1 : 0) == 8;
     if (hasAlpha && !setting.colourWithAlpha)
         return {{}, setting.key + " is an opaque colour: give 6 hex digits (RRGGBB)"};
-    std::optional<UIColor> color = ColorParsing::colorFromHexStringTD(text);
     return {*ColorParsing::hexStringFromColorAlphaHash(*color, setting.colourWithAlpha, true), {}};
 }
 

@@ -13,7 +13,7 @@ namespace {
 std::vector<Command> allCommands()
 {
     std::vector<Command> commands;
-    for (auto group : {settingsCommands, profileCommands, watchCommands})
+    for (auto group : {settingsCommands, profileCommands, renderCommands, watchCommands})
         for (Command& command : group())
             commands.push_back(std::move(command));
     return commands;

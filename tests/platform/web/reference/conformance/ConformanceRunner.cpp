@@ -203,12 +203,15 @@ void runAll(const Options& options, const std::string& harness, const std::vecto
         }
         close(pipeEnds[1]);
         std::string pending, current;
-        std::optional<std::size_t> running;
+        // Index of the file the child is running; kNone before the first. (Not an optional: GCC
+        // warns of it being used uninitialised.)
+        constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+        std::size_t running = kNone;
         bool finished = false, timedOut = false;
         auto lastNews = std::chrono::steady_clock::now();
         auto settle = [&] {
-            if (running)
-                tally.add(files[*running], current);
+            if (running != kNone)
+                tally.add(files[running], current);
         };
         while (!finished) {
             pollfd fd{pipeEnds[0], POLLIN, 0};
@@ -234,7 +237,7 @@ void runAll(const Options& options, const std::string& harness, const std::vecto
                 pending.erase(0, newline + 1);
                 if (line == "@end") {
                     settle();
-                    running.reset();
+                    running = kNone;
                     finished = true;
                 } else if (line.starts_with("@")) {
                     settle();
@@ -252,15 +255,15 @@ void runAll(const Options& options, const std::string& harness, const std::vecto
         waitpid(child, &status, 0);
         if (finished)
             return;
-        if (!running) { // died before it began a file: nothing more can be learnt
+        if (running == kNone) { // died before it began a file: nothing more can be learnt
             std::cerr << "ampwell_conformance: the runner process stopped before any file\n";
             return;
         }
         std::string why = timedOut ? "timed out after " + std::to_string(options.timeoutSeconds) + " s"
             : WIFSIGNALED(status) ? "crashed the engine (signal " + std::to_string(WTERMSIG(status)) + ")"
                                   : "ended the runner (status " + std::to_string(WEXITSTATUS(status)) + ")";
-        tally.add(files[*running], current + "FAIL\t(runner)\t" + why + "\n");
-        next = *running + 1;
+        tally.add(files[running], current + "FAIL\t(runner)\t" + why + "\n");
+        next = running + 1;
     }
 }
 

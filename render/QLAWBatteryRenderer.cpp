@@ -1,0 +1,107 @@
+#include "QLAWBatteryRenderer.h"
+
+#include "ThemeScriptCall.h"
+
+#include "platform/core/Base64.h"
+#include "platform/core/UIImageFlipping.h"
+#include "platform/core/UIScreen.h"
+#include "platform/web/UIWebView.h"
+
+#include <memory>
+
+namespace {
+
+// One web view serves every render of the process; a list of themes renders two images per
+// row and must not pay for a new engine each time.
+UIWebView& sharedWebView()
+{
+    static std::unique_ptr<UIWebView> webView = std::make_unique<UIWebView>(CGRect{});
+    return *webView;
+}
+
+// A channel of 0.0 to 1.0 times 255, truncated toward zero (0.999 gives 254).
+int channel(double component)
+{
+    return static_cast<int>(component * 255.0);
+}
+
+void readColour(const PlistDict& settings, const char* key, int rgb[3], double* alpha)
+{
+    double r = 0, g = 0, b = 0, a = 0;
+    if (const PlistValue* value = settings.find(key))
+        if (const UIColor* color = value->asColor())
+            color->getRedGreenBlueAlpha(&r, &g, &b, &a);
+    rgb[0] = channel(r);
+    rgb[1] = channel(g);
+    rgb[2] = channel(b);
+    if (alpha)
+        *alpha = a;
+}
+
+UIImage fail(std::string* failure, std::string reason)
+{
+    if (failure)
+        *failure = std::move(reason);
+    return {};
+}
+
+} // namespace
+
+UIImage QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(const PlistDict& settings, int, std::string* failure)
+{
+    const PlistValue* scriptValue = settings.find("script");
+    const std::string* script = scriptValue ? scriptValue->asString() : nullptr;
+    if (!script)
+        return fail(failure, "no theme script");
+
+    float scale = static_cast<float>(UIScreen::mainScreen().scale());
+    ThemeCallArguments arguments;
+    arguments.pixelHeight = settings.value("height").floatValue() * scale;
+    arguments.level = settings.value("level").intValue();
+    arguments.charging = settings.value("charging").boolValue();
+    arguments.low = settings.value("low").boolValue();
+    arguments.lowPowerMode = settings.value("lpm").boolValue();
+    readColour(settings, "color", arguments.color, nullptr);
+    readColour(settings, "baseColor", arguments.baseColor, &arguments.baseAlpha);
+
+    UIWebView& webView = sharedWebView();
+    webView.loadHTMLStringBaseURL(std::nullopt, std::nullopt);
+
+    std::optional<std::string_view> parameters = themeScriptParameterList(*script);
+    if (!parameters)
+        return fail(failure, "the script has no parameter list");
+    std::string call = themeScriptCallText(*script, usesLongCallForm(*parameters), arguments);
+
+    std::string result = webView.stringByEvaluatingJavaScriptFromString(call);
+    if (result.empty())
+        return fail(failure, webView.lastError().empty() ? "the script returned nothing" : webView.lastError());
+    std::size_t marker = result.find("base64,");
+    if (marker == std::string::npos)
+        return fail(failure, "the script returned no PNG data URL");
+    std::optional<std::vector<std::uint8_t>> png = Base64::decode(std::string_view(result).substr(marker + 7));
+    if (!png)
+        return fail(failure, "the data URL is not valid Base64");
+    UIImage image = UIImage::imageWithDataScale(*png, UIScreen::mainScreen().scale());
+    if (image.isNil())
+        return fail(failure, "the data URL holds no readable PNG");
+
+    bool flipX = settings.value("flipX").boolValue();
+    bool flipY = settings.value("flipY").boolValue();
+    if (flipX && flipY)
+        return flippedImageByAxis(image, 2);
+    if (flipX)
+        return flippedImageByAxis(image, 0);
+    if (flipY)
+        return flippedImageByAxis(image, 1);
+    return image;
+}
+
+bool QLAWBatteryRenderer::isValidScript(std::string_view)
+{
+    return true;
+}
+
+int QLAWBatteryRenderer::numberOfParametersInScript(std::string_view)
+{
+    return 0;
+}

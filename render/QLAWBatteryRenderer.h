@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/core/PlistValue.h"
+#include "platform/core/UIImage.h"
+
+#include <string>
+#include <string_view>
+
+// Turns one style's render settings into a battery image: calls the theme script in the one
+// shared web view, decodes the PNG data URL it returns at the screen's scale and mirrors it
+// as the settings ask.
+class QLAWBatteryRenderer {
+public:
+    // Nil when the script is missing or invalid, throws, runs out of time, or returns no PNG
+    // data URL; then *failure (when given) says why in one line. The style is not consulted:
+    // the caller has chosen the settings for it.
+    static UIImage renderBatteryImageWithSettingsForStyle(const PlistDict& settings, int style,
+                                                          std::string* failure = nullptr);
+
+    // Kept inert: the real test and count happen inside the render.
+    static bool isValidScript(std::string_view script);
+    static int numberOfParametersInScript(std::string_view script);
+};

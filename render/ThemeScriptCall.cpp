@@ -1,0 +1,123 @@
+#include "ThemeScriptCall.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+// The characters a name may start with: the class [A-z] matched without regard to case
+// takes in the six characters between "Z" and "a" as well, plus the two non-ASCII letters
+// whose case folding lands in a-z (long s and the Kelvin sign).
+constexpr std::string_view kLongS = "\xC5\xBF";
+constexpr std::string_view kKelvin = "\xE2\x84\xAA";
+
+std::size_t nameStartLength(std::string_view text)
+{
+    if (text.empty())
+        return 0;
+    char c = text.front();
+    if (c >= 'A' && c <= 'z')
+        return 1;
+    if (text.starts_with(kLongS))
+        return kLongS.size();
+    if (text.starts_with(kKelvin))
+        return kKelvin.size();
+    return 0;
+}
+
+// [a-z0-9] without regard to case: letters and digits, but none of [ \ ] ^ _ `.
+std::size_t letterOrDigitLength(std::string_view text)
+{
+    if (text.empty())
+        return 0;
+    char c = text.front();
+    if ((c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'))
+        return 1;
+    return nameStartLength(text) > 1 ? nameStartLength(text) : 0;
+}
+
+// White space as regular expressions know it, Unicode spaces included.
+std::size_t spaceLength(std::string_view text)
+{
+    static constexpr std::string_view wide[] = {
+        "\xC2\x85", "\xC2\xA0", "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82", "\xE2\x80\x83",
+        "\xE2\x80\x84", "\xE2\x80\x85", "\xE2\x80\x86", "\xE2\x80\x87", "\xE2\x80\x88", "\xE2\x80\x89",
+        "\xE2\x80\x8A", "\xE2\x80\xA8", "\xE2\x80\xA9", "\xE2\x80\xAF", "\xE2\x81\x9F", "\xE3\x80\x80"};
+    if (text.empty())
+        return 0;
+    char c = text.front();
+    if (c == ' ' || (c >= '\t' && c <= '\r'))
+        return 1;
+    for (std::string_view space : wide)
+        if (text.starts_with(space))
+            return space.size();
+    return 0;
+}
+
+std::size_t skipSpaces(std::string_view text, std::size_t at)
+{
+    while (std::size_t n = spaceLength(text.substr(at)))
+        at += n;
+    return at;
+}
+
+// Length of the parameter list starting at the "(" at `open`, or 0 when none starts there.
+std::size_t parameterListLengthAt(std::string_view text, std::size_t open)
+{
+    std::size_t at = open + 1;
+    for (;;) {
+        at = skipSpaces(text, at);
+        std::size_t first = nameStartLength(text.substr(at));
+        if (!first)
+            return 0;
+        // A name is [A-z]+[a-z0-9]*: once a digit has come, [ \ ] ^ _ ` may not follow.
+        at += first;
+        while (std::size_t n = nameStartLength(text.substr(at)))
+            at += n;
+        while (std::size_t n = letterOrDigitLength(text.substr(at)))
+            at += n;
+        at = skipSpaces(text, at);
+        if (at >= text.size())
+            return 0;
+        if (text[at] == ')')
+            return at + 1 - open;
+        if (text[at] != ',')
+            return 0;
+        ++at;
+    }
+}
+
+} // namespace
+
+std::optional<std::string_view> themeScriptParameterList(std::string_view script)
+{
+    for (std::size_t open = script.find('('); open != std::string_view::npos; open = script.find('(', open + 1))
+        if (std::size_t length = parameterListLengthAt(script, open))
+            return script.substr(open, length);
+    return std::nullopt;
+}
+
+bool usesLongCallForm(std::string_view parameterList)
+{
+    return std::count(parameterList.begin(), parameterList.end(), ',') > 4;
+}
+
+std::string themeScriptCallText(std::string_view script, bool longForm, const ThemeCallArguments& a)
+{
+    char arguments[256];
+    if (longForm)
+        std::snprintf(arguments, sizeof arguments, ")(%0.0f,%i,!!%i,!!%i,!!%i,[%i,%i,%i],[%i,%i,%i,%.2f])",
+                      static_cast<double>(a.pixelHeight), a.level, a.charging, a.low, a.lowPowerMode, a.color[0],
+                      a.color[1], a.color[2], a.baseColor[0], a.baseColor[1], a.baseColor[2], a.baseAlpha);
+    else
+        std::snprintf(arguments, sizeof arguments, ")(%0.0f,%i,!!%i,!!%i,[%i,%i,%i])",
+                      static_cast<double>(a.pixelHeight), a.level, a.charging, a.low, a.color[0], a.color[1],
+                      a.color[2]);
+    std::string call;
+    call.reserve(script.size() + 9 + std::char_traits<char>::length(arguments));
+    call += "(function";
+    call += script;
+    call += arguments;
+    return call;
+}
