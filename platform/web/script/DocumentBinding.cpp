@@ -3,6 +3,7 @@
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/Realm.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace script {
@@ -56,6 +57,89 @@ JSObjectRef cachedElement(Call& call, const char* slot, const char* localName)
     return element;
 }
 
+void reportBitmapCost(Call& call, const HTMLCanvasElement& canvas);
+
+// Content attributes live in a null-prototype object the element's wrapper holds.
+JSObjectRef attributeStore(Call& call)
+{
+    Realm& realm = call.realm();
+    JSValueRef existing = realm.hidden(call.thisObject(), "attributes");
+    if (JSValueIsObject(call.ctx(), existing))
+        return const_cast<JSObjectRef>(existing);
+    JSObjectRef store = JSObjectMake(call.ctx(), nullptr, nullptr);
+    JSObjectSetPrototype(call.ctx(), store, JSValueMakeNull(call.ctx()));
+    realm.setHidden(call.thisObject(), "attributes", store);
+    return store;
+}
+
+std::string attributeName(Call& call, const char* member)
+{
+    std::string name = call.string(0);
+    if (!isValidElementName(name))
+        call.throwException({"InvalidCharacterError", std::string("Failed to execute '") + member
+                                 + "' on 'Element': '" + name + "' is not a valid attribute name."});
+    for (char& ch : name)
+        ch = char(std::tolower(static_cast<unsigned char>(ch)));
+    return name;
+}
+
+std::optional<std::string> getAttribute(Call& call, const std::string& name)
+{
+    JSString key(name);
+    JSObjectRef store = attributeStore(call);
+    if (!JSObjectHasProperty(call.ctx(), store, key.get()))
+        return std::nullopt;
+    return call.toString(getProperty(call.ctx(), store, name.c_str()));
+}
+
+// HTML's rules for parsing non-negative integers (leading whitespace, a sign, digits, then
+// anything); nothing for an error.
+std::optional<unsigned> parseNonNegativeInteger(std::string_view text)
+{
+    std::size_t i = 0;
+    while (i < text.size() && std::string_view(" \t\n\f\r").find(text[i]) != std::string_view::npos)
+        ++i;
+    bool negative = false;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+'))
+        negative = text[i++] == '-';
+    if (i >= text.size() || !std::isdigit(static_cast<unsigned char>(text[i])))
+        return std::nullopt;
+    unsigned long long value = 0;
+    for (; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i)
+        value = std::min<unsigned long long>(value * 10 + unsigned(text[i] - '0'), 0xFFFFFFFFull);
+    if (negative && value != 0)
+        return std::nullopt;
+    return unsigned(value);
+}
+
+// A canvas's width and height attributes set its size; the default stands for anything else.
+void reflectCanvasSize(Call& call, const std::string& name, const std::optional<std::string>& value)
+{
+    auto* canvas = call.unwrap<HTMLCanvasElement>(call.thisObject(), htmlCanvasElementInterface);
+    if (!canvas || (name != "width" && name != "height"))
+        return;
+    std::optional<unsigned> size = value ? parseNonNegativeInteger(*value) : std::nullopt;
+    if (name == "width")
+        canvas->setWidth(size.value_or(HTMLCanvasElement::kDefaultWidth));
+    else
+        canvas->setHeight(size.value_or(HTMLCanvasElement::kDefaultHeight));
+}
+
+void setAttribute(Call& call, const std::string& name, const std::string& value)
+{
+    setProperty(call.ctx(), attributeStore(call), name.c_str(), makeString(call.ctx(), value));
+    reflectCanvasSize(call, name, value);
+}
+
+void setCanvasSize(Call& call, HTMLCanvasElement& canvas, JSValueRef value, bool width)
+{
+    std::uint32_t size = call.toUnsignedLong(value);
+    width ? canvas.setWidth(size) : canvas.setHeight(size);
+    unsigned now = width ? canvas.width() : canvas.height();
+    setProperty(call.ctx(), attributeStore(call), width ? "width" : "height", makeString(call.ctx(), std::to_string(now)));
+    reportBitmapCost(call, canvas);
+}
+
 JSValueRef requireNode(Call& call, std::size_t index, const char* member)
 {
     if (!call.unwrap<void>(call.arg(index), htmlElementInterface))
@@ -95,6 +179,7 @@ CanvasRenderingContext2DSettings contextSettings(Call& call, JSValueRef options)
 
 void reportBitmapCost(Call& call, const HTMLCanvasElement& canvas)
 {
+    // The collector does not see the bitmap's memory; tell it, so that garbage canvases go.
     if (canvas.hasBitmap())
         JSReportExtraMemoryCost(call.ctx(), std::size_t(canvas.width()) * canvas.height() * 4);
 }
@@ -170,6 +255,26 @@ InterfaceSpec htmlElementInterface = {
             call.realm().setHidden(call.thisObject(), "style", object);
             return JSValueRef(object);
         }),
+        attribute<htmlElementInterface, "id">(
+            [](Call& call, const Wrapper&) { return getAttribute(call, "id").value_or(""); },
+            [](Call& call, const Wrapper&, JSValueRef value) { setAttribute(call, "id", call.toString(value)); }),
+        operation<htmlElementInterface, "getAttribute", 1>([](Call& call, const Wrapper&) -> JSValueRef {
+            auto value = getAttribute(call, attributeName(call, "getAttribute"));
+            return value ? call.toJS(*value) : call.null();
+        }),
+        operation<htmlElementInterface, "hasAttribute", 1>([](Call& call, const Wrapper&) {
+            return getAttribute(call, attributeName(call, "hasAttribute")).has_value();
+        }),
+        operation<htmlElementInterface, "setAttribute", 2>([](Call& call, const Wrapper&) {
+            std::string name = attributeName(call, "setAttribute");
+            setAttribute(call, name, call.string(1));
+        }),
+        operation<htmlElementInterface, "removeAttribute", 1>([](Call& call, const Wrapper&) {
+            std::string name = attributeName(call, "removeAttribute");
+            JSString key(name);
+            JSObjectDeleteProperty(call.ctx(), attributeStore(call), key.get(), nullptr);
+            reflectCanvasSize(call, name, std::nullopt);
+        }),
         operation<htmlElementInterface, "appendChild", 1>([](Call& call, const Wrapper&) { return requireNode(call, 0, "appendChild"); }),
         operation<htmlElementInterface, "removeChild", 1>([](Call& call, const Wrapper&) { return requireNode(call, 0, "removeChild"); }),
         operation<htmlElementInterface, "append", 0>([](Call&, const Wrapper&) {}),
@@ -183,16 +288,10 @@ InterfaceSpec htmlCanvasElementInterface = {
     .members = {
         attribute<htmlCanvasElementInterface, "width">(
             [](Call&, HTMLCanvasElement& canvas) { return canvas.width(); },
-            [](Call& call, HTMLCanvasElement& canvas, JSValueRef value) {
-                canvas.setWidth(call.toUnsignedLong(value));
-                reportBitmapCost(call, canvas);
-            }),
+            [](Call& call, HTMLCanvasElement& canvas, JSValueRef value) { setCanvasSize(call, canvas, value, true); }),
         attribute<htmlCanvasElementInterface, "height">(
             [](Call&, HTMLCanvasElement& canvas) { return canvas.height(); },
-            [](Call& call, HTMLCanvasElement& canvas, JSValueRef value) {
-                canvas.setHeight(call.toUnsignedLong(value));
-                reportBitmapCost(call, canvas);
-            }),
+            [](Call& call, HTMLCanvasElement& canvas, JSValueRef value) { setCanvasSize(call, canvas, value, false); }),
         operation<htmlCanvasElementInterface, "getContext", 1>([](Call& call, HTMLCanvasElement& canvas) { return getContext(call, canvas); }),
         operation<htmlCanvasElementInterface, "toDataURL", 0>([](Call& call, HTMLCanvasElement& canvas) {
             std::string type = call.has(0) ? call.string(0) : std::string("image/png");

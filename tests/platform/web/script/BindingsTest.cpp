@@ -128,6 +128,18 @@ TEST_F(BindingsTest, ImageDataDataIsTheBitmapsBytes)
               "true,1,9,TypeError,8");
 }
 
+TEST_F(BindingsTest, CanvasSizeAttributesReflect)
+{
+    // Content attributes parse as HTML's non-negative integers; anything else is the default.
+    EXPECT_EQ(run("var c = document.createElement('canvas'), r = [];"
+                  "for (var v of ['100px', ' \\n100', '-100', '-0', '+7', '0x100', '\\u00a0100', '', '3000000000']) {"
+                  "  c.setAttribute('WIDTH', v); r.push(c.width); }"
+                  "r.push(c.getAttribute('width')); c.removeAttribute('width'); r.push(c.width, c.getAttribute('width'));"
+                  "c.height = 77; r.push(c.getAttribute('height')); c.height = -1; r.push(c.height, c.getAttribute('height'));"
+                  "r.join()"),
+              "100,100,300,0,7,0,300,300,300,3000000000,300,,77,150,150");
+}
+
 TEST_F(BindingsTest, TheWindowHasWhatACanvasScriptNeedsAndNoMore)
 {
     EXPECT_EQ(run("[typeof window, window === self, self === globalThis, typeof devicePixelRatio, typeof console.log,"
