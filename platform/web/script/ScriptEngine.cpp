@@ -97,6 +97,18 @@ Realm& ScriptEngine::realm()
 
 ScriptEngine::Result ScriptEngine::evaluate(std::string_view source)
 {
+    try {
+        return run(source);
+    } catch (const std::exception& error) {
+        // The engine itself failed (a realm could not be made, memory ran out in our code).
+        guard_->end();
+        realm_.reset();
+        return {std::nullopt, std::string("the script engine failed: ") + error.what()};
+    }
+}
+
+ScriptEngine::Result ScriptEngine::run(std::string_view source)
+{
     releaseFinalized();
     Realm& realm = this->realm();
     JSGlobalContextRef ctx = realm.context();
@@ -164,7 +176,11 @@ void ScriptEngine::newDocument()
     documentUsed_ = false;
     releaseFinalized();
     realm_->dropDocument();
-    bool spoiled = realm_->isolation().reset() == RealmIsolation::Outcome::Spoiled;
+    bool spoiled = true;
+    try {
+        spoiled = realm_->isolation().reset() == RealmIsolation::Outcome::Spoiled;
+    } catch (const std::exception&) {
+    }
     if (spoiled || ++documentsSinceDiscard_ >= kDocumentsBetweenDiscards)
         discardPendingJobs();
     if (spoiled)

@@ -57,6 +57,7 @@ public:
 
 private:
     ScriptEngine();
+    Result run(std::string_view source);
     void recoverFromStop(bool memory);
     void absorbTermination();
     void placeSentinel();
