@@ -92,17 +92,12 @@ ExceptionOr<void> CanvasRenderingContext2D::drawImage(CanvasImageSource& image, 
     bool self = pixels == canvas_.bitmap();
     cairo_surface_t* surface = self ? copyOf(pixels) : cairo_surface_reference(pixels);
 
-    // Sampling stays inside the source rectangle: its whole pixels, edges repeated outward.
-    int cutX = int(std::floor(source.x)), cutY = int(std::floor(source.y));
-    int cutRight = int(std::ceil(source.x + source.width)), cutBottom = int(std::ceil(source.y + source.height));
-    bool whole = cutX == 0 && cutY == 0 && cutRight == int(imageWidth) && cutBottom == int(imageHeight);
-    cairo_surface_t* cut = whole ? cairo_surface_reference(surface)
-                                 : cairo_surface_create_for_rectangle(surface, cutX, cutY, cutRight - cutX, cutBottom - cutY);
-
+    // Filtering may reach past the source rectangle into the rest of the image, as in
+    // browsers; beyond the image's own edges its border pixels repeat.
     CanvasImagePaint paintImage;
-    paintImage.surface = cut;
-    cairo_matrix_init(&paintImage.patternMatrix, 1 / scaleX, 0, 0, 1 / scaleY,
-                      source.x - cutX - destination.x / scaleX, source.y - cutY - destination.y / scaleY);
+    paintImage.surface = surface;
+    cairo_matrix_init(&paintImage.patternMatrix, 1 / scaleX, 0, 0, 1 / scaleY, source.x - destination.x / scaleX,
+                      source.y - destination.y / scaleY);
     paintImage.filter = to_cairo_filter(state_.imageSmoothingEnabled, state_.imageSmoothingQuality);
     paintImage.extend = CAIRO_EXTEND_PAD;
 
@@ -120,7 +115,6 @@ ExceptionOr<void> CanvasRenderingContext2D::drawImage(CanvasImageSource& image, 
     path[8].header = {CAIRO_PATH_CLOSE_PATH, 1};
     paint(CanvasShape{path, false, false, CAIRO_FILL_RULE_WINDING}, paintImage);
 
-    cairo_surface_destroy(cut);
     cairo_surface_destroy(surface);
     return {};
 }

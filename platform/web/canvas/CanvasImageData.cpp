@@ -9,6 +9,7 @@
 namespace {
 
 DOMException zeroSize() { return DOMException{"IndexSizeError", "The source width and height must be non-zero."}; }
+DOMException tooLarge() { return DOMException{"RangeError", "Out of memory at ImageData creation."}; }
 
 } // namespace
 
@@ -16,6 +17,8 @@ ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::createImageDat
 {
     if (sw == 0 || sh == 0)
         return zeroSize();
+    if (!ImageData::fits(std::llabs(sw), std::llabs(sh)))
+        return tooLarge();
     return ImageData::create(unsigned(std::llabs(sw)), unsigned(std::llabs(sh)), settings);
 }
 
@@ -34,6 +37,8 @@ ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::getImageData(i
         x += width, width = -width;
     if (height < 0)
         y += height, height = -height;
+    if (!ImageData::fits(width, height))
+        return tooLarge();
     auto result = ImageData::create(unsigned(width), unsigned(height), settings);
     if (result.isException())
         return result;

@@ -34,10 +34,12 @@ void clipToPatternBand(cairo_t* cr, const CanvasPattern& pattern, const AffineTr
         minX = std::min(minX, x), maxX = std::max(maxX, x);
         minY = std::min(minY, y), maxY = std::max(maxY, y);
     }
+    // The band takes in the transparent margins, where filtering fades the edge out.
+    int margin = CanvasPattern::kBandMargin;
     if (pattern.repetition() == CanvasPatternRepetition::RepeatX) {
-        minY = 0, maxY = pattern.height();
+        minY = -margin, maxY = pattern.height() + margin;
     } else {
-        minX = 0, maxX = pattern.width();
+        minX = -margin, maxX = pattern.width() + margin;
     }
     cairo_matrix_t m = to_cairo_matrix(toDevice);
     cairo_set_matrix(cr, &m);
@@ -102,6 +104,15 @@ void CanvasPainter::clear(const CanvasShape& shape)
 
 void CanvasPainter::paintShadow(const CanvasShape& shape, const CanvasPaintSource& source)
 {
+    if (state_.globalCompositeOperation == CanvasCompositeOperation::Clear) {
+        // Browsers composite a shadow as a layer over the whole canvas, and "clear" then
+        // clears all of it (within the clip).
+        setIdentity(cr_);
+        cairo_set_operator(cr_, CAIRO_OPERATOR_CLEAR);
+        cairo_paint(cr_);
+        cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
+        return;
+    }
     // The shadow of what lands in the canvas comes from the canvas's rectangle moved back by
     // the offset, widened by the blur's reach.
     double sigma = state_.shadowBlur / 2;
@@ -124,17 +135,19 @@ void CanvasPainter::paintShadow(const CanvasShape& shape, const CanvasPaintSourc
     if (sigma > 0)
         gaussianBlurAlpha(layer, sigma);
 
+    // Other operators than source-over take the coloured shadow as a layer: unbounded ones
+    // must reach the whole clip, and Cairo's blend modes mishandle a mask's empty parts.
     cairo_operator_t op = to_cairo_operator(state_.globalCompositeOperation);
-    bool unbounded = isUnboundedOperator(state_.globalCompositeOperation);
+    bool viaLayer = state_.globalCompositeOperation != CanvasCompositeOperation::SourceOver;
     setIdentity(cr_);
-    if (unbounded) {
+    if (viaLayer) {
         cairo_push_group(cr_);
         cairo_reset_clip(cr_);
     }
-    cairo_set_operator(cr_, unbounded ? CAIRO_OPERATOR_OVER : op);
+    cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
     set_cairo_source_color(cr_, state_.shadowColor, state_.globalAlpha);
     cairo_mask_surface(cr_, layer, offsetX, offsetY);
-    if (unbounded) {
+    if (viaLayer) {
         cairo_pop_group_to_source(cr_);
         cairo_set_operator(cr_, op);
         cairo_paint(cr_);
@@ -252,8 +265,17 @@ bool CanvasPainter::setSource(cairo_t* cr, const CanvasPaintSource& source, doub
     auto inverse = canvasPattern.transform().inverse();
     if (!inverse)
         return false;
-    cairo_pattern_t* pattern = cairo_pattern_create_for_surface(canvasPattern.surface());
-    cairo_matrix_t patternMatrix = to_cairo_matrix(*inverse);
+    // One-way repetition draws from the image with margins across (see clipToPatternBand).
+    bool band = canvasPattern.repetition() == CanvasPatternRepetition::RepeatX
+        || canvasPattern.repetition() == CanvasPatternRepetition::RepeatY;
+    cairo_pattern_t* pattern = cairo_pattern_create_for_surface(band ? canvasPattern.bandSurface() : canvasPattern.surface());
+    AffineTransform toImage = *inverse;
+    if (band) {
+        double margin = CanvasPattern::kBandMargin;
+        bool rows = canvasPattern.repetition() == CanvasPatternRepetition::RepeatX;
+        toImage = AffineTransform::translation(rows ? 0 : margin, rows ? margin : 0).multiply(toImage);
+    }
+    cairo_matrix_t patternMatrix = to_cairo_matrix(toImage);
     cairo_pattern_set_matrix(pattern, &patternMatrix);
     cairo_pattern_set_filter(pattern, to_cairo_filter(state_.imageSmoothingEnabled, state_.imageSmoothingQuality));
     cairo_pattern_set_extend(pattern, canvasPattern.repetition() == CanvasPatternRepetition::NoRepeat ? CAIRO_EXTEND_NONE

@@ -38,6 +38,23 @@ CanvasPattern::~CanvasPattern()
 {
     if (surface_)
         cairo_surface_destroy(surface_);
+    if (bandSurface_)
+        cairo_surface_destroy(bandSurface_);
+}
+
+cairo_surface_t* CanvasPattern::bandSurface() const
+{
+    if (bandSurface_)
+        return bandSurface_;
+    bool rows = repetition_ == CanvasPatternRepetition::RepeatX;
+    int width = this->width() + (rows ? 0 : 2 * kBandMargin);
+    int height = this->height() + (rows ? 2 * kBandMargin : 0);
+    bandSurface_ = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
+    cairo_t* cr = cairo_create(bandSurface_);
+    cairo_set_source_surface(cr, surface_, rows ? 0 : kBandMargin, rows ? kBandMargin : 0);
+    cairo_paint(cr);
+    cairo_destroy(cr);
+    return bandSurface_;
 }
 
 ExceptionOr<std::shared_ptr<CanvasPattern>> CanvasPattern::create(CanvasImageSource& image, std::string_view repetition)

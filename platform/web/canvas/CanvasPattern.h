@@ -30,6 +30,12 @@ public:
     const AffineTransform& transform() const { return transform_; }
     // The snapshot (premultiplied ARGB32).
     cairo_surface_t* surface() const { return surface_; }
+    // Patterns that repeat one way only are drawn from the snapshot with transparent margins
+    // of this many pixels across the other way, so that filtering at the band's edges fades
+    // out instead of wrapping round.
+    static constexpr int kBandMargin = 2;
+    // The snapshot with those margins (made on first use); the image starts at kBandMargin.
+    cairo_surface_t* bandSurface() const;
     int width() const;
     int height() const;
 
@@ -37,6 +43,7 @@ public:
 
 private:
     cairo_surface_t* surface_;
+    mutable cairo_surface_t* bandSurface_ = nullptr;
     CanvasPatternRepetition repetition_;
     AffineTransform transform_;
 };

@@ -2,13 +2,6 @@
 
 #include <new>
 
-namespace {
-
-// Larger pixel arrays than this are refused, as script engines refuse such typed arrays.
-constexpr std::size_t kMaxBytes = std::size_t(1) << 31;
-
-} // namespace
-
 ImageData::ImageData(std::shared_ptr<std::uint8_t> data, unsigned width, unsigned height, PredefinedColorSpace colorSpace)
     : data_(std::move(data)), width_(width), height_(height), colorSpace_(colorSpace)
 {
@@ -18,9 +11,9 @@ ExceptionOr<std::shared_ptr<ImageData>> ImageData::create(unsigned sw, unsigned 
 {
     if (sw == 0 || sh == 0)
         return DOMException{"IndexSizeError", "The source width and height must be non-zero."};
+    if (!fits(sw, sh))
+        return DOMException{"IndexSizeError", "The requested image size exceeds the supported range."};
     std::size_t bytes = std::size_t(sw) * sh * 4;
-    if (bytes / 4 / sw != sh || bytes > kMaxBytes)
-        return DOMException{"RangeError", "The ImageData is too large."};
     auto* storage = new (std::nothrow) std::uint8_t[bytes]();
     if (!storage)
         return DOMException{"RangeError", "Out of memory at ImageData creation."};

@@ -17,8 +17,13 @@ struct ImageDataSettings {
 // array lives.
 class ImageData {
 public:
-    // new ImageData(sw, sh): zeroed. IndexSizeError when a side is zero, RangeError when the
-    // bytes cannot be had.
+    // Larger pixel arrays than this are refused, as script engines refuse such typed arrays.
+    static constexpr std::size_t kMaxBytes = std::size_t(1) << 31;
+    static bool fits(std::uint64_t width, std::uint64_t height) { return width * height * 4 <= kMaxBytes; }
+
+    // new ImageData(sw, sh): zeroed. IndexSizeError when a side is zero or the size is beyond
+    // kMaxBytes (as browsers report it for the constructor), RangeError when the memory cannot
+    // be had.
     static ExceptionOr<std::shared_ptr<ImageData>> create(unsigned sw, unsigned sh, const ImageDataSettings& settings = {});
     // new ImageData(data, sw [, sh]) over bytes someone else owns; `keepAlive` is held as long
     // as this object. InvalidStateError when the length is zero or not a multiple of 4,

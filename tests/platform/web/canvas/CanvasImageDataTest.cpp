@@ -9,7 +9,10 @@ namespace {
 TEST(ImageData, ConstructorsCheckSizesAsTheStandardSays)
 {
     EXPECT_EQ(ImageData::create(0, 5).exception().name, "IndexSizeError");
-    EXPECT_EQ(ImageData::create(100000, 100000).exception().name, "RangeError");
+    EXPECT_EQ(ImageData::create(100000, 100000).exception().name, "IndexSizeError");
+    TestCanvas canvas(1, 1);
+    EXPECT_EQ(canvas->createImageData(100000, 100000).exception().name, "RangeError");
+    EXPECT_EQ(canvas->getImageData(0, 0, 100000, -100000).exception().name, "RangeError");
     auto zeroed = ImageData::create(3, 2).releaseValue();
     EXPECT_EQ(zeroed->dataLength(), 24u);
     EXPECT_TRUE(std::all_of(zeroed->data(), zeroed->data() + 24, [](std::uint8_t b) { return b == 0; }));
