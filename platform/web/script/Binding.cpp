@@ -1,5 +1,6 @@
 #include "platform/web/script/Binding.h"
 
+#include "platform/web/script/JSCPrivate.h"
 #include "platform/web/script/Realm.h"
 
 #include <cmath>
@@ -146,6 +147,17 @@ void Call::requireArguments(unsigned required, const char* interface, const char
 }
 
 namespace detail {
+
+CallbackLock::CallbackLock(JSContextRef ctx)
+    : ctx_(ctx)
+{
+    JSLock(ctx_);
+}
+
+CallbackLock::~CallbackLock()
+{
+    JSUnlock(ctx_);
+}
 
 JSValueRef currentExceptionAsScriptError(JSContextRef ctx)
 {

@@ -207,10 +207,25 @@ namespace detail {
 // The script exception for a C++ exception other than ScriptThrow (called inside a catch).
 JSValueRef currentExceptionAsScriptError(JSContextRef ctx);
 
+// The engine drops its lock around every callback, and each API call would take it and let it
+// go again (with the heap access that comes with it); holding it once for the whole callback
+// makes those nested and cheap.
+class CallbackLock {
+public:
+    explicit CallbackLock(JSContextRef ctx);
+    ~CallbackLock();
+    CallbackLock(const CallbackLock&) = delete;
+    CallbackLock& operator=(const CallbackLock&) = delete;
+
+private:
+    JSContextRef ctx_;
+};
+
 // Runs a binding body at the boundary with the engine: C++ errors become script exceptions.
 template <typename Body>
 JSValueRef boundary(JSContextRef ctx, JSValueRef* exception, Body&& body)
 {
+    CallbackLock lock(ctx);
     try {
         return body();
     } catch (const ScriptThrow& thrown) {
