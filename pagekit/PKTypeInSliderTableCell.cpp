@@ -83,10 +83,11 @@ void PKTypeInSliderTableCell::presentPopup()
     if ((small || negative) && UIDevice::currentDevice().userInterfaceIdiom() != UIUserInterfaceIdiomPad) {
         auto* toolbar = new UIToolbar();
         std::vector<UIBarButtonItem*> items;
+        QPointer<PKTypeInSliderTableCell> self(this);
         if (negative)
-            items.push_back(UIBarButtonItem::withTitle("Negate", [this] { typeMinus(); }, toolbar));
+            items.push_back(UIBarButtonItem::withTitle("Negate", [self] { if (self) self->typeMinus(); }, toolbar));
         if (small)
-            items.push_back(UIBarButtonItem::withTitle("Point", [this] { typePoint(); }, toolbar));
+            items.push_back(UIBarButtonItem::withTitle("Point", [self] { if (self) self->typePoint(); }, toolbar));
         toolbar->setItems(items, false);
         field->setInputAccessoryView(toolbar);
     }

@@ -81,6 +81,10 @@ UIAlertView::UIAlertView(std::string title, std::string message, UIAlertViewDele
                          std::optional<std::string> cancelButtonTitle, std::vector<std::string> otherButtonTitles)
     : title_(std::move(title)), message_(std::move(message)), delegate_(delegate), hasCancel_(cancelButtonTitle.has_value())
 {
+    if (auto* object = dynamic_cast<QObject*>(delegate)) {
+        delegateObject_ = object;
+        delegateWatched_ = true;
+    }
     if (cancelButtonTitle)
         buttonTitles_.push_back(*cancelButtonTitle);
     for (std::string& other : otherButtonTitles)
@@ -94,6 +98,11 @@ UIAlertView::UIAlertView(std::string title, std::string message, UIAlertViewDele
 UIAlertView::~UIAlertView()
 {
     std::erase(shownAlerts(), this);
+}
+
+UIAlertViewDelegate* UIAlertView::delegate() const
+{
+    return delegateWatched_ && !delegateObject_ ? nullptr : delegate_;
 }
 
 void UIAlertView::setAlertViewStyle(Style style)
@@ -221,8 +230,8 @@ void UIAlertView::clickButtonAtIndex(int index)
     if (!shown_ || index < 0 || index >= numberOfButtons())
         return;
     QPointer<UIAlertView> self(this);
-    if (delegate_)
-        delegate_->alertViewClickedButtonAtIndex(this, index);
+    if (UIAlertViewDelegate* listener = delegate())
+        listener->alertViewClickedButtonAtIndex(this, index);
     if (self && shown_)
         dismissWithClickedButtonIndex(index, true);
 }
@@ -236,8 +245,8 @@ void UIAlertView::dismissWithClickedButtonIndex(int index, bool)
     if (parentWidget())
         parentWidget()->removeEventFilter(this);
     hide();
-    if (delegate_)
-        delegate_->alertViewDidDismissWithButtonIndex(this, index);
+    if (UIAlertViewDelegate* listener = delegate())
+        listener->alertViewDidDismissWithButtonIndex(this, index);
     deleteLater();
 }
 

@@ -35,7 +35,8 @@ public:
 
     const std::string& title() const { return title_; }
     const std::string& message() const { return message_; }
-    UIAlertViewDelegate* delegate() const { return delegate_; }
+    // The delegate, or null once it is gone (a page closed while its alert stood).
+    UIAlertViewDelegate* delegate() const;
     int tag() const { return tag_; }
     void setTag(int tag) { tag_ = tag; }
     Style alertViewStyle() const { return style_; }
@@ -70,6 +71,9 @@ private:
     std::string title_;
     std::string message_;
     UIAlertViewDelegate* delegate_;
+    // Watches the delegate when it is a Qt object, so that a deleted one is never called.
+    QPointer<QObject> delegateObject_;
+    bool delegateWatched_ = false;
     bool hasCancel_;
     std::vector<std::string> buttonTitles_;
     int tag_ = 0;

@@ -55,6 +55,17 @@ TEST(UIAlertView, NumbersButtonsAndTellsTheDelegateAfterThePress)
     QTest::keyClick(plain, Qt::Key_Return);
     EXPECT_EQ(delegate.calls.back(), "dismissed 0");
     TestWindow::settle();
+
+    // A delegate that is gone is not called; the alert still goes away.
+    struct WidgetDelegate : QWidget, RecordingDelegate {};
+    auto* gone = new WidgetDelegate();
+    auto* orphan = new UIAlertView("Orphan", "", gone, std::string("OK"), {});
+    orphan->show();
+    delete gone;
+    EXPECT_EQ(orphan->delegate(), nullptr);
+    orphan->clickButtonAtIndex(0);
+    EXPECT_EQ(alertTitled("Orphan"), nullptr);
+    TestWindow::settle();
 }
 
 class KeyboardPage : public PKTintedListController {
