@@ -18,7 +18,12 @@ using Polyline = std::vector<Point>;
 
 bool inside(const Point& p) { return std::fabs(p.x) <= kLimit && std::fabs(p.y) <= kLimit; }
 
-void flattenCurve(Point p0, Point p1, Point p2, Point p3, Polyline& out, int depth)
+// Subdivision stops at this depth, and once a path has produced this many points in all:
+// far-flung curves are an abuse, not a drawing, and must not cost unbounded time or memory.
+constexpr int kMaxDepth = 16;
+constexpr std::size_t kPointBudget = 1 << 18;
+
+void flattenCurve(Point p0, Point p1, Point p2, Point p3, Polyline& out, int depth, std::size_t& budget)
 {
     double minX = std::min({p0.x, p1.x, p2.x, p3.x}), maxX = std::max({p0.x, p1.x, p2.x, p3.x});
     double minY = std::min({p0.y, p1.y, p2.y, p3.y}), maxY = std::max({p0.y, p1.y, p2.y, p3.y});
@@ -32,16 +37,18 @@ void flattenCurve(Point p0, Point p1, Point p2, Point p3, Polyline& out, int dep
         return std::fabs((p.x - p0.x) * dy - (p.y - p0.y) * dx) / length;
     };
     // A curve wholly outside the box bounds no visible area between it and its chord.
-    if (outside || depth >= 48 || std::max(distance(p1), distance(p2)) <= kTolerance) {
+    if (outside || depth >= kMaxDepth || budget == 0 || std::max(distance(p1), distance(p2)) <= kTolerance) {
         out.push_back(p3);
+        if (budget > 0)
+            --budget;
         return;
     }
     auto mid = [](Point a, Point b) { return Point{(a.x + b.x) / 2, (a.y + b.y) / 2}; };
     Point p01 = mid(p0, p1), p12 = mid(p1, p2), p23 = mid(p2, p3);
     Point p012 = mid(p01, p12), p123 = mid(p12, p23);
     Point m = mid(p012, p123);
-    flattenCurve(p0, p01, p012, m, out, depth + 1);
-    flattenCurve(m, p123, p23, p3, out, depth + 1);
+    flattenCurve(p0, p01, p012, m, out, depth + 1, budget);
+    flattenCurve(m, p123, p23, p3, out, depth + 1, budget);
 }
 
 // Sutherland-Hodgman against one side of the box: keeps points with coordinate `axis`
@@ -200,6 +207,7 @@ std::vector<cairo_path_data_t> clampToCairoRange(std::span<const cairo_path_data
         broken = false;
     };
     Point start{};
+    std::size_t budget = kPointBudget;
     for (std::size_t i = 0; i < path.size(); i += path[i].header.length) {
         const cairo_path_data_t* element = &path[i];
         auto point = [&](int j) { return Point{tame(element[j].point.x), tame(element[j].point.y)}; };
@@ -217,7 +225,7 @@ std::vector<cairo_path_data_t> clampToCairoRange(std::span<const cairo_path_data
         case CAIRO_PATH_CURVE_TO:
             if (subpath.empty())
                 subpath.push_back(start);
-            flattenCurve(subpath.back(), point(1), point(2), point(3), subpath, 0);
+            flattenCurve(subpath.back(), point(1), point(2), point(3), subpath, 0, budget);
             break;
         case CAIRO_PATH_CLOSE_PATH:
             finish(true);
@@ -324,9 +332,33 @@ std::vector<cairo_path_data_t> withoutDegenerateParts(std::span<const cairo_path
 
 } // namespace
 
+namespace {
+
+// Cairo's rasterizer slows down with the square of the edges that cross a scan line, so a
+// script piling up tens of thousands of overlapping segments could stall the process for
+// many seconds in one call. Paths are cut after this many segments, far beyond any drawing's
+// needs (a battery is tens of segments, a line of text a few thousand).
+constexpr std::size_t kMaxFillSegments = 20000;
+constexpr std::size_t kMaxStrokeSegments = 20000;
+
+// The number of data items that hold the first `limit` segments.
+std::size_t prefixWithSegments(std::span<const cairo_path_data_t> path, std::size_t limit)
+{
+    std::size_t segments = 0;
+    for (std::size_t i = 0; i < path.size(); i += path[i].header.length) {
+        auto type = path[i].header.type;
+        if ((type == CAIRO_PATH_LINE_TO || type == CAIRO_PATH_CURVE_TO) && ++segments > limit)
+            return i;
+    }
+    return path.size();
+}
+
+} // namespace
+
 std::span<const cairo_path_data_t> prepareForCairo(std::span<const cairo_path_data_t> path, const AffineTransform* userToDevice,
                                                    bool stroke, std::vector<cairo_path_data_t>& storage)
 {
+    path = path.first(prefixWithSegments(path, stroke ? kMaxStrokeSegments : kMaxFillSegments));
     if (userToDevice) {
         storage.assign(path.begin(), path.end());
         for (std::size_t i = 0; i < storage.size(); i += storage[i].header.length) {
