@@ -1,6 +1,7 @@
 #include "platform/web/script/Realm.h"
 
 #include "platform/web/script/Bindings.h"
+#include "platform/web/script/PlatformObjectClasses.h"
 #include "platform/web/script/RealmIsolation.h"
 #include "platform/web/script/ScriptEngine.h"
 
@@ -48,110 +49,6 @@ constexpr const char* kBootstrap = R"JS((function () {
         },
     };
 })())JS";
-
-JSClassRef interfaceObjectClass();
-
-struct InterfaceObjectData final : PrivateData {
-    explicit InterfaceObjectData(const InterfaceSpec& spec) : PrivateData(Kind::InterfaceObject), spec(&spec) {}
-    const InterfaceSpec* spec;
-};
-
-const InterfaceSpec* interfaceOf(JSObjectRef object)
-{
-    auto* data = static_cast<PrivateData*>(JSObjectGetPrivate(object));
-    if (!data || data->kind != PrivateData::Kind::InterfaceObject)
-        return nullptr;
-    return static_cast<InterfaceObjectData*>(data)->spec;
-}
-
-JSValueRef callInterfaceObject(JSContextRef ctx, JSObjectRef function, JSObjectRef, std::size_t, const JSValueRef[],
-                               JSValueRef* exception)
-{
-    const InterfaceSpec* spec = interfaceOf(function);
-    std::string name = spec ? spec->name : "object";
-    *exception = Realm::of(ctx).typeError(spec && spec->constructor
-        ? "Failed to construct '" + name + "': Please use the 'new' operator, this DOM object constructor cannot be called as a function."
-        : "Illegal constructor");
-    return nullptr;
-}
-
-JSObjectRef constructInterfaceObject(JSContextRef ctx, JSObjectRef constructor, std::size_t argc,
-                                     const JSValueRef argv[], JSValueRef* exception)
-{
-    JSValueRef result = detail::boundary(ctx, exception, [&]() -> JSValueRef {
-        const InterfaceSpec* spec = interfaceOf(constructor);
-        Call call(ctx, nullptr, argc, argv);
-        if (!spec || !spec->constructor)
-            call.throwTypeError("Illegal constructor");
-        call.requireArguments(spec->constructorLength, spec->name, "", true);
-        return spec->constructor(call);
-    });
-    return result ? const_cast<JSObjectRef>(result) : nullptr;
-}
-
-// Ordinary instanceof: whether the interface's prototype is on the value's chain.
-bool interfaceHasInstance(JSContextRef ctx, JSObjectRef constructor, JSValueRef value, JSValueRef* exception)
-{
-    if (!JSValueIsObject(ctx, value))
-        return false;
-    JSString key("prototype");
-    JSValueRef prototype = JSObjectGetProperty(ctx, constructor, key.get(), exception);
-    if (*exception)
-        return false;
-    if (!JSValueIsObject(ctx, prototype)) {
-        *exception = Realm::of(ctx).typeError("Function has non-object prototype in instanceof check");
-        return false;
-    }
-    JSValueRef current = JSObjectGetPrototype(ctx, const_cast<JSObjectRef>(value));
-    for (int depth = 0; JSValueIsObject(ctx, current) && depth < 100000; ++depth) {
-        if (JSValueIsStrictEqual(ctx, current, prototype))
-            return true;
-        current = JSObjectGetPrototype(ctx, const_cast<JSObjectRef>(current));
-    }
-    return false;
-}
-
-void finalizeInterfaceObject(JSObjectRef object)
-{
-    delete static_cast<PrivateData*>(JSObjectGetPrivate(object));
-}
-
-JSClassRef interfaceObjectClass()
-{
-    static JSClassRef cls = [] {
-        JSClassDefinition definition = kJSClassDefinitionEmpty;
-        definition.attributes = kJSClassAttributeNoAutomaticPrototype;
-        definition.className = "Function";
-        definition.callAsFunction = callInterfaceObject;
-        definition.callAsConstructor = constructInterfaceObject;
-        definition.hasInstance = interfaceHasInstance;
-        definition.finalize = finalizeInterfaceObject;
-        return JSClassCreate(&definition);
-    }();
-    return cls;
-}
-
-// Wrappers die in the collector, maybe on another thread; their C++ objects are released later
-// on ours (ScriptEngine::releaseFinalized).
-void finalizeWrapper(JSObjectRef object)
-{
-    ScriptEngine::deferRelease(static_cast<PrivateData*>(JSObjectGetPrivate(object)));
-}
-
-JSClassRef instanceClass(const InterfaceSpec& spec)
-{
-    static std::unordered_map<const InterfaceSpec*, JSClassRef> classes;
-    auto found = classes.find(&spec);
-    if (found != classes.end())
-        return found->second;
-    JSClassDefinition definition = kJSClassDefinitionEmpty;
-    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
-    definition.className = spec.name;
-    definition.finalize = finalizeWrapper;
-    JSClassRef cls = JSClassCreate(&definition);
-    classes.emplace(&spec, cls);
-    return cls;
-}
 
 enum DefineFlags { Writable = 1, Enumerable = 2, Configurable = 4, Accessor = 8 };
 
@@ -255,7 +152,7 @@ void Realm::installInterface(const InterfaceSpec& spec)
         : toObject(ctx_, getProperty(ctx_, intrinsics_, spec.errorPrototype ? "errorPrototype" : "objectPrototype"));
     JSObjectSetPrototype(ctx_, prototype, parentPrototype);
 
-    JSObjectRef constructorObject = protect(JSObjectMake(ctx_, interfaceObjectClass(), new InterfaceObjectData(spec)));
+    JSObjectRef constructorObject = protect(JSObjectMake(ctx_, interfaceObjectClass(), makeInterfaceObjectData(spec)));
     JSObjectSetPrototype(ctx_, constructorObject, spec.parent ? JSValueRef(interfaceObject(*spec.parent))
                                                             : getProperty(ctx_, intrinsics_, "functionPrototype"));
     interfaces_[&spec] = {prototype, constructorObject};
