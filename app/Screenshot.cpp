@@ -29,9 +29,12 @@ bool writeScreenshot(SettingsWindow& window, const std::string& path, double sca
     QCoreApplication::processEvents();
     finishAnimations(&window);
     QCoreApplication::processEvents();
-    std::vector<UIAlertView*> alerts = UIAlertView::visibleAlerts();
-    for (UIAlertView* alert : alerts)
-        alert->hide();
+    std::vector<UIAlertView*> alerts;
+    for (UIAlertView* alert : UIAlertView::visibleAlerts())
+        if (alert->isVisible()) {
+            alerts.push_back(alert);
+            alert->hide();
+        }
 
     QImage image(static_cast<int>(std::lround(window.width() * scale)),
                  static_cast<int>(std::lround(window.height() * scale)), QImage::Format_ARGB32_Premultiplied);

@@ -59,7 +59,7 @@ protected:
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(242, 242, 242, 250));
+        painter.setBrush(QColor(242, 242, 242));
         painter.drawRoundedRect(QRectF(rect()), 14, 14);
     }
 };
@@ -197,6 +197,9 @@ void UIAlertView::show()
         setWindowTitle(QString::fromStdString(title_));
     }
     shown_ = true;
+    // One alert at a time: the newest stands, the ones below wait for it to go.
+    for (UIAlertView* below : shownAlerts())
+        below->QWidget::hide();
     shownAlerts().push_back(this);
     place();
     QWidget::show();
@@ -209,7 +212,8 @@ void UIAlertView::show()
 
 void UIAlertView::place()
 {
-    box_->adjustSize();
+    // Wrapped texts need their height for the box's width, which adjustSize does not ask.
+    box_->setFixedHeight(box_->layout()->heightForWidth(box_->width()));
     QWidget* window = parentWidget();
     if (window)
         setGeometry(window->rect());
@@ -245,6 +249,15 @@ void UIAlertView::dismissWithClickedButtonIndex(int index, bool)
     if (parentWidget())
         parentWidget()->removeEventFilter(this);
     hide();
+    if (!shownAlerts().empty()) {
+        UIAlertView* next = shownAlerts().back();
+        next->QWidget::show();
+        next->raise();
+        if (next->field_)
+            next->field_->setFocus();
+        else
+            next->setFocus();
+    }
     if (UIAlertViewDelegate* listener = delegate())
         listener->alertViewDidDismissWithButtonIndex(this, index);
     deleteLater();

@@ -56,7 +56,8 @@ public:
     // Removes the alert; the delegate hears only of the dismissal.
     void dismissWithClickedButtonIndex(int index, bool animated = true);
 
-    // The alerts on screen, oldest first.
+    // The alerts shown and not yet dismissed, oldest first; only the newest is on screen, the
+    // others come back in turn as the ones above them go.
     static std::vector<UIAlertView*> visibleAlerts();
 
 protected:

@@ -39,6 +39,15 @@ TEST(UIAlertView, NumbersButtonsAndTellsTheDelegateAfterThePress)
     ASSERT_TRUE(alert->textFieldAtIndex(0));
     EXPECT_EQ(alert->textFieldAtIndex(1), nullptr);
 
+    // A second alert stands over the first until it goes.
+    auto* second = new UIAlertView("Second", "", &delegate, std::string("OK"), {});
+    second->show();
+    EXPECT_FALSE(alert->isVisible());
+    EXPECT_TRUE(second->isVisible());
+    second->clickButtonAtIndex(0);
+    EXPECT_TRUE(alert->isVisible());
+    delegate.calls.clear();
+
     alert->clickButtonAtIndex(5);
     EXPECT_TRUE(delegate.calls.empty());
     alert->clickButtonAtIndex(2);
