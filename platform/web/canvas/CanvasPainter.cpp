@@ -49,6 +49,35 @@ void clipToPatternBand(cairo_t* cr, const CanvasPattern& pattern, const AffineTr
     cairo_clip(cr);
 }
 
+CanvasDeviceRect intersect(const CanvasDeviceRect& a, const CanvasDeviceRect& b)
+{
+    int left = std::max(a.x, b.x), top = std::max(a.y, b.y);
+    int right = std::min(a.x + a.width, b.x + b.width), bottom = std::min(a.y + a.height, b.y + b.height);
+    return {left, top, std::max(0, right - left), std::max(0, bottom - top)};
+}
+
+// The device pixels a filled shape can touch: the bounds of its points, curves' control
+// points included; nothing when they are not numbers.
+std::optional<CanvasDeviceRect> fillBounds(const CanvasShape& shape, const AffineTransform& transform)
+{
+    double minX = INFINITY, minY = INFINITY, maxX = -INFINITY, maxY = -INFINITY;
+    for (std::size_t i = 0; i < shape.path.size(); i += shape.path[i].header.length) {
+        for (int j = 1; j < shape.path[i].header.length; ++j) {
+            double x = shape.path[i + j].point.x, y = shape.path[i + j].point.y;
+            if (shape.inUserSpace)
+                transform.map(x, y);
+            minX = std::min(minX, x), maxX = std::max(maxX, x);
+            minY = std::min(minY, y), maxY = std::max(maxY, y);
+        }
+    }
+    if (!(minX <= maxX && minY <= maxY))
+        return std::nullopt;
+    auto clampToInt = [](double v) { return int(std::clamp(v, -1e9, 1e9)); };
+    int left = clampToInt(std::floor(minX)) - 1, top = clampToInt(std::floor(minY)) - 1;
+    int right = clampToInt(std::ceil(maxX)) + 1, bottom = clampToInt(std::ceil(maxY)) + 1;
+    return CanvasDeviceRect{left, top, right - left, bottom - top};
+}
+
 bool needsBandClip(const CanvasPaintSource& source)
 {
     auto* style = std::get_if<const CanvasPaintStyle*>(&source);
@@ -69,6 +98,7 @@ void CanvasPainter::paint(const CanvasShape& shape, const CanvasPaintSource& sou
 {
     if (!state_.transform.isInvertible() || shape.path.empty())
         return;
+    shapeBounds_ = shape.stroke ? std::nullopt : fillBounds(shape, state_.transform);
     if (drawsShadow(state_))
         paintShadow(shape, source);
 
@@ -122,6 +152,12 @@ void CanvasPainter::paintShadow(const CanvasShape& shape, const CanvasPaintSourc
         return;
     CanvasDeviceRect layerRect{int(std::floor(-offsetX)) - margin, int(std::floor(-offsetY)) - margin,
                                canvasRect_.width + 2 * margin + 1, canvasRect_.height + 2 * margin + 1};
+    if (shapeBounds_) {
+        const CanvasDeviceRect& b = *shapeBounds_;
+        layerRect = intersect(layerRect, {b.x - margin, b.y - margin, b.width + 2 * margin, b.height + 2 * margin});
+        if (layerRect.width == 0 || layerRect.height == 0)
+            return;
+    }
     cairo_surface_t* layer = cairo_image_surface_create(CAIRO_FORMAT_A8, layerRect.width, layerRect.height);
     if (cairo_surface_status(layer) != CAIRO_STATUS_SUCCESS) {
         cairo_surface_destroy(layer);
@@ -249,11 +285,13 @@ bool CanvasPainter::setSource(cairo_t* cr, const CanvasPaintSource& source, doub
         if (gradient.colorStops().empty() || gradient.paintsNothing())
             return false;
         if (gradient.kind() == CanvasGradient::Kind::Conic) {
-            cairo_surface_t* surface = renderConicGradient(gradient, state_.transform, bounds);
+            // Rendered by hand, pixel by pixel: only where the shape can reach.
+            CanvasDeviceRect area = shapeBounds_ ? intersect(bounds, *shapeBounds_) : bounds;
+            cairo_surface_t* surface = renderConicGradient(gradient, state_.transform, area);
             if (!surface)
                 return false;
             setIdentity(cr);
-            cairo_set_source_surface(cr, surface, bounds.x, bounds.y);
+            cairo_set_source_surface(cr, surface, area.x, area.y);
             cairo_surface_destroy(surface);
             return true;
         }

@@ -4,6 +4,7 @@
 
 #include <cairo.h>
 
+#include <optional>
 #include <span>
 #include <variant>
 
@@ -63,4 +64,6 @@ private:
     cairo_t* cr_;
     const CanvasDrawingState& state_;
     CanvasDeviceRect canvasRect_;
+    // Where the shape being painted lies, when known (fills).
+    std::optional<CanvasDeviceRect> shapeBounds_;
 };
