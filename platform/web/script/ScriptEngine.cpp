@@ -42,9 +42,13 @@ std::string describeException(JSContextRef ctx, JSValueRef exception)
 } // namespace
 
 struct Sentinel {
-    static JSValueRef killCheckpoint(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
-                                     JSValueRef* exception);
+    static JSValueRef stopSoon(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
+                               JSValueRef* exception);
 };
+
+// The sentinel job: arms the watchdog to stop what runs, then runs until it is stopped. Made
+// when the sentinel is placed, so that nothing has to be compiled inside the checkpoint.
+constexpr const char* kSentinelJob = "(function (stopSoon) { return function () { stopSoon(); for (;;) {} }; })";
 
 ScriptEngine& ScriptEngine::shared()
 {
@@ -197,24 +201,24 @@ void ScriptEngine::placeSentinel()
     if (!promise || exception)
         return;
     JSObjectCallAsFunction(ctx, resolve, nullptr, 0, nullptr, &exception);
-    JSString name("");
-    JSValueRef handler = JSObjectMakeFunctionWithCallback(ctx, name.get(), &Sentinel::killCheckpoint);
+    JSString source(kSentinelJob);
+    JSValueRef factory = JSEvaluateScript(ctx, source.get(), nullptr, nullptr, 1, &exception);
+    if (!factory || exception)
+        return;
+    JSString name("stopSoon");
+    JSValueRef stop = JSObjectMakeFunctionWithCallback(ctx, name.get(), &Sentinel::stopSoon);
+    JSValueRef job = JSObjectCallAsFunction(ctx, toObject(ctx, factory), nullptr, 1, &stop, &exception);
+    if (!job || exception)
+        return;
     JSObjectRef then = toObject(ctx, getProperty(ctx, realm_->intrinsics(), "promiseThen"));
-    JSObjectCallAsFunction(ctx, then, promise, 1, &handler, &exception);
+    JSObjectCallAsFunction(ctx, then, promise, 1, &job, &exception);
     sentinelPlaced_ = !exception;
 }
 
-// The first job of the checkpoint: stop it, and the engine drops the whole queue.
-JSValueRef Sentinel::killCheckpoint(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
-                                    JSValueRef* exception)
+JSValueRef Sentinel::stopSoon(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[], JSValueRef*)
 {
-    ScriptEngine& engine = ScriptEngine::shared();
-    engine.guard_->stopSoon();
-    JSString body("for (;;) {}");
-    JSObjectRef spin = JSObjectMakeFunction(ctx, nullptr, 0, nullptr, body.get(), nullptr, 1, exception);
-    if (spin)
-        JSObjectCallAsFunction(ctx, spin, nullptr, 0, nullptr, exception);
-    return nullptr;
+    ScriptEngine::shared().guard_->stopSoon();
+    return JSValueMakeUndefined(ctx);
 }
 
 void ScriptEngine::discardPendingJobs()
