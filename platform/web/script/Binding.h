@@ -5,7 +5,7 @@
 // of every call: the receiver's brand, the number of arguments, converting the result and
 // turning C++ errors into the exceptions scripts see.
 //
-//   InterfaceSpec path2DInterface = {
+//   InterfaceDefinition path2DInterface = {
 //       .name = "Path2D",
 //       .constructor = &constructPath2D,
 //       .members = {
@@ -33,7 +33,7 @@
 namespace script {
 
 class Realm;
-struct InterfaceSpec;
+struct InterfaceDefinition;
 
 // What every object we make with a JSClass carries as its private data.
 struct PrivateData {
@@ -46,9 +46,9 @@ struct PrivateData {
 // A platform object: which interface it implements and the C++ object behind it. The C++
 // object's type is the one its interface (and every interface in its chain) binds.
 struct Wrapper final : PrivateData {
-    Wrapper(const InterfaceSpec& interface, std::shared_ptr<void> object, const void* identity)
+    Wrapper(const InterfaceDefinition& interface, std::shared_ptr<void> object, const void* identity)
         : PrivateData(Kind::Wrapper), interface(&interface), object(std::move(object)), identity(identity) {}
-    const InterfaceSpec* interface;
+    const InterfaceDefinition* interface;
     std::shared_ptr<void> object;
     const void* identity; // key in the realm's identity map, or null
 };
@@ -75,9 +75,9 @@ struct Member {
     bool isStatic = false;
 };
 
-struct InterfaceSpec {
+struct InterfaceDefinition {
     const char* name = nullptr;
-    const InterfaceSpec* parent = nullptr;
+    const InterfaceDefinition* parent = nullptr;
     ConstructorFunction constructor = nullptr; // none: "Illegal constructor"
     unsigned constructorLength = 0;
     std::vector<Member> members = {};
@@ -86,10 +86,10 @@ struct InterfaceSpec {
     // The prototype object inherits from Error.prototype (DOMException).
     bool errorPrototype = false;
 
-    bool inherits(const InterfaceSpec& other) const
+    bool inherits(const InterfaceDefinition& other) const
     {
-        for (const InterfaceSpec* spec = this; spec; spec = spec->parent)
-            if (spec == &other)
+        for (const InterfaceDefinition* definition = this; definition; definition = definition->parent)
+            if (definition == &other)
                 return true;
         return false;
     }
@@ -161,7 +161,7 @@ public:
 
     // The platform object a value wraps when it implements `interface`, else null.
     template <typename T>
-    T* unwrap(JSValueRef value, const InterfaceSpec& interface) const
+    T* unwrap(JSValueRef value, const InterfaceDefinition& interface) const
     {
         const Wrapper* wrapper = wrapperOf(ctx_, value);
         return wrapper && wrapper->interface->inherits(interface) ? static_cast<T*>(wrapper->object.get()) : nullptr;
@@ -239,7 +239,7 @@ JSValueRef boundary(JSContextRef ctx, JSValueRef* exception, Body&& body)
 [[noreturn]] void throwIllegalInvocation(const Call& call);
 
 template <typename T>
-T& receiver(const Call& call, const InterfaceSpec& interface)
+T& receiver(const Call& call, const InterfaceDefinition& interface)
 {
     if constexpr (std::is_same_v<std::remove_const_t<T>, Wrapper>) {
         const Wrapper* wrapper = Call::wrapperOf(call.ctx(), call.thisObject());
@@ -287,7 +287,7 @@ JSValueRef invoke(Call& call, Args&&... args)
     }
 }
 
-template <const InterfaceSpec& Interface, FixedString Name, unsigned Required, typename F>
+template <const InterfaceDefinition& Interface, FixedString Name, unsigned Required, typename F>
 JSValueRef operationThunk(JSContextRef ctx, JSObjectRef, JSObjectRef thisObject, std::size_t argc,
                           const JSValueRef argv[], JSValueRef* exception)
 {
@@ -299,7 +299,7 @@ JSValueRef operationThunk(JSContextRef ctx, JSObjectRef, JSObjectRef thisObject,
     });
 }
 
-template <const InterfaceSpec& Interface, FixedString Name, unsigned Required, typename F>
+template <const InterfaceDefinition& Interface, FixedString Name, unsigned Required, typename F>
 JSValueRef staticOperationThunk(JSContextRef ctx, JSObjectRef, JSObjectRef thisObject, std::size_t argc,
                                 const JSValueRef argv[], JSValueRef* exception)
 {
@@ -310,7 +310,7 @@ JSValueRef staticOperationThunk(JSContextRef ctx, JSObjectRef, JSObjectRef thisO
     });
 }
 
-template <const InterfaceSpec& Interface, typename F>
+template <const InterfaceDefinition& Interface, typename F>
 JSValueRef getterThunk(JSContextRef ctx, JSObjectRef, JSObjectRef thisObject, std::size_t argc,
                        const JSValueRef argv[], JSValueRef* exception)
 {
@@ -320,7 +320,7 @@ JSValueRef getterThunk(JSContextRef ctx, JSObjectRef, JSObjectRef thisObject, st
     });
 }
 
-template <const InterfaceSpec& Interface, FixedString Name, typename F>
+template <const InterfaceDefinition& Interface, FixedString Name, typename F>
 JSValueRef setterThunk(JSContextRef ctx, JSObjectRef, JSObjectRef thisObject, std::size_t argc,
                        const JSValueRef argv[], JSValueRef* exception)
 {
@@ -336,14 +336,14 @@ JSValueRef setterThunk(JSContextRef ctx, JSObjectRef, JSObjectRef thisObject, st
 } // namespace detail
 
 // operation<interface, "name", requiredArguments>([](Call&, Self&) { ... })
-template <const InterfaceSpec& Interface, FixedString Name, unsigned Required, typename F>
+template <const InterfaceDefinition& Interface, FixedString Name, unsigned Required, typename F>
 Member operation(F)
 {
     return {Name.c_str(), Member::Kind::Operation, &detail::operationThunk<Interface, Name, Required, F>, nullptr, Required};
 }
 
 // A static operation on the interface object: [](Call&) { ... }
-template <const InterfaceSpec& Interface, FixedString Name, unsigned Required, typename F>
+template <const InterfaceDefinition& Interface, FixedString Name, unsigned Required, typename F>
 Member staticOperation(F)
 {
     Member member{Name.c_str(), Member::Kind::Operation,
@@ -353,14 +353,14 @@ Member staticOperation(F)
 }
 
 // attribute<interface, "name">([](Call&, Self&) { return ...; }, [](Call&, Self&, JSValueRef) { ... })
-template <const InterfaceSpec& Interface, FixedString Name, typename Get, typename Set>
+template <const InterfaceDefinition& Interface, FixedString Name, typename Get, typename Set>
 Member attribute(Get, Set)
 {
     return {Name.c_str(), Member::Kind::Attribute, &detail::getterThunk<Interface, Get>,
             &detail::setterThunk<Interface, Name, Set>};
 }
 
-template <const InterfaceSpec& Interface, FixedString Name, typename Get>
+template <const InterfaceDefinition& Interface, FixedString Name, typename Get>
 Member readonlyAttribute(Get)
 {
     return {Name.c_str(), Member::Kind::Attribute, &detail::getterThunk<Interface, Get>, nullptr};

@@ -8,23 +8,23 @@ namespace script {
 
 class Realm;
 
-extern InterfaceSpec domExceptionInterface;
-extern InterfaceSpec documentInterface;
-extern InterfaceSpec htmlElementInterface;
-extern InterfaceSpec htmlCanvasElementInterface;
-extern InterfaceSpec canvasRenderingContext2DInterface;
-extern InterfaceSpec canvasGradientInterface;
-extern InterfaceSpec canvasPatternInterface;
-extern InterfaceSpec path2DInterface;
-extern InterfaceSpec imageDataInterface;
-extern InterfaceSpec textMetricsInterface;
-extern InterfaceSpec domMatrixReadOnlyInterface;
-extern InterfaceSpec domMatrixInterface;
-extern InterfaceSpec domPointReadOnlyInterface;
-extern InterfaceSpec domPointInterface;
+extern InterfaceDefinition domExceptionInterface;
+extern InterfaceDefinition documentInterface;
+extern InterfaceDefinition htmlElementInterface;
+extern InterfaceDefinition htmlCanvasElementInterface;
+extern InterfaceDefinition canvasRenderingContext2DInterface;
+extern InterfaceDefinition canvasGradientInterface;
+extern InterfaceDefinition canvasPatternInterface;
+extern InterfaceDefinition path2DInterface;
+extern InterfaceDefinition imageDataInterface;
+extern InterfaceDefinition textMetricsInterface;
+extern InterfaceDefinition domMatrixReadOnlyInterface;
+extern InterfaceDefinition domMatrixInterface;
+extern InterfaceDefinition domPointReadOnlyInterface;
+extern InterfaceDefinition domPointInterface;
 
 // Every interface, parents before children.
-const std::vector<const InterfaceSpec*>& allInterfaces();
+const std::vector<const InterfaceDefinition*>& allInterfaces();
 
 // The `console` namespace object.
 JSObjectRef makeConsole(Realm& realm);

@@ -69,7 +69,7 @@ JSValueRef canvasOf(Call& call, Context& context)
 
 std::vector<Member> contextStateMembers()
 {
-    constexpr const InterfaceSpec& I = canvasRenderingContext2DInterface;
+    constexpr const InterfaceDefinition& I = canvasRenderingContext2DInterface;
     return {
         readonlyAttribute<I, "canvas">([](Call& call, Context& c) { return canvasOf(call, c); }),
         operation<I, "getContextAttributes", 0>([](Call& call, Context& c) { return contextAttributes(call, c); }),
@@ -197,7 +197,7 @@ std::vector<Member> contextMembers()
 
 } // namespace
 
-InterfaceSpec canvasRenderingContext2DInterface = {
+InterfaceDefinition canvasRenderingContext2DInterface = {
     .name = "CanvasRenderingContext2D",
     .members = contextMembers(),
 };

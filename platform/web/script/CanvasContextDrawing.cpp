@@ -11,7 +11,7 @@ namespace script {
 namespace {
 
 using Context = CanvasRenderingContext2D;
-constexpr const InterfaceSpec& I = canvasRenderingContext2DInterface;
+constexpr const InterfaceDefinition& I = canvasRenderingContext2DInterface;
 
 CanvasFillRule fillRule(const Call& call, std::size_t index)
 {

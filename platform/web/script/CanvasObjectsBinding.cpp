@@ -45,7 +45,7 @@ std::vector<Member> path2DMembers()
 
 } // namespace
 
-InterfaceSpec canvasGradientInterface = {
+InterfaceDefinition canvasGradientInterface = {
     .name = "CanvasGradient",
     .members = {
         operation<canvasGradientInterface, "addColorStop", 2>([](Call& call, CanvasGradient& gradient) {
@@ -55,7 +55,7 @@ InterfaceSpec canvasGradientInterface = {
     },
 };
 
-InterfaceSpec canvasPatternInterface = {
+InterfaceDefinition canvasPatternInterface = {
     .name = "CanvasPattern",
     .members = {
         operation<canvasPatternInterface, "setTransform", 0>([](Call& call, CanvasPattern& pattern) {
@@ -64,13 +64,13 @@ InterfaceSpec canvasPatternInterface = {
     },
 };
 
-InterfaceSpec path2DInterface = {
+InterfaceDefinition path2DInterface = {
     .name = "Path2D",
     .constructor = &constructPath2D,
     .members = path2DMembers(),
 };
 
-InterfaceSpec textMetricsInterface = {
+InterfaceDefinition textMetricsInterface = {
     .name = "TextMetrics",
     .members = {
         METRIC(width),

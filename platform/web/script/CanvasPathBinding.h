@@ -13,7 +13,7 @@ namespace script {
 std::vector<RoundRectRadius> toRoundRectRadii(const Call& call, std::size_t index);
 
 // The CanvasPath mixin, shared by the 2D context and Path2D.
-template <const InterfaceSpec& Interface, typename Self>
+template <const InterfaceDefinition& Interface, typename Self>
 std::vector<Member> canvasPathMembers()
 {
     return {

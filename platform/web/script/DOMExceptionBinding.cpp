@@ -41,7 +41,7 @@ JSObjectRef constructDOMException(Call& call)
 
 } // namespace
 
-InterfaceSpec domExceptionInterface = {
+InterfaceDefinition domExceptionInterface = {
     .name = "DOMException",
     .constructor = &constructDOMException,
     .members = {

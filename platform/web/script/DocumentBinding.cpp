@@ -227,7 +227,7 @@ JSObjectRef createElement(Call& call)
 
 } // namespace
 
-InterfaceSpec documentInterface = {
+InterfaceDefinition documentInterface = {
     .name = "Document",
     .members = {
         operation<documentInterface, "createElement", 1>([](Call& call, DocumentData&) { return createElement(call); }),
@@ -242,7 +242,7 @@ InterfaceSpec documentInterface = {
     },
 };
 
-InterfaceSpec htmlElementInterface = {
+InterfaceDefinition htmlElementInterface = {
     .name = "HTMLElement",
     .members = {
         readonlyAttribute<htmlElementInterface, "tagName">([](Call&, const Wrapper& e) { return upper(localNameOf(e)); }),
@@ -282,7 +282,7 @@ InterfaceSpec htmlElementInterface = {
     },
 };
 
-InterfaceSpec htmlCanvasElementInterface = {
+InterfaceDefinition htmlCanvasElementInterface = {
     .name = "HTMLCanvasElement",
     .parent = &htmlElementInterface,
     .members = {

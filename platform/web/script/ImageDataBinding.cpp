@@ -102,7 +102,7 @@ JSValueRef dataArray(Call& call, ImageData& data)
 
 } // namespace
 
-InterfaceSpec imageDataInterface = {
+InterfaceDefinition imageDataInterface = {
     .name = "ImageData",
     .constructor = &constructImageData,
     .constructorLength = 2,

@@ -2,9 +2,9 @@
 
 namespace script {
 
-const std::vector<const InterfaceSpec*>& allInterfaces()
+const std::vector<const InterfaceDefinition*>& allInterfaces()
 {
-    static const std::vector<const InterfaceSpec*> interfaces = {
+    static const std::vector<const InterfaceDefinition*> interfaces = {
         &domExceptionInterface,
         &documentInterface,
         &htmlElementInterface,

@@ -10,8 +10,8 @@ namespace script {
 
 namespace {
 
-constexpr const InterfaceSpec& R = domMatrixReadOnlyInterface;
-constexpr const InterfaceSpec& M = domMatrixInterface;
+constexpr const InterfaceDefinition& R = domMatrixReadOnlyInterface;
+constexpr const InterfaceDefinition& M = domMatrixInterface;
 
 // new DOMMatrix(init): (DOMString or sequence<unrestricted double>), absent for identity.
 DOMMatrix matrixFromInit(Call& call)
@@ -109,7 +109,7 @@ JSValueRef toJSON(Call& call, const DOMMatrix& matrix)
 // A *Self operation: changes the matrix and returns it.
 #define SELF(name, body) operation<M, name, 0>([](Call& call, DOMMatrix& m) { body; return call.thisObject(); })
 
-template <const InterfaceSpec& I, bool ReadOnly>
+template <const InterfaceDefinition& I, bool ReadOnly>
 std::vector<Member> factories()
 {
     return {
@@ -235,13 +235,13 @@ std::vector<Member> matrixMembers()
 
 } // namespace
 
-InterfaceSpec domMatrixReadOnlyInterface = {
+InterfaceDefinition domMatrixReadOnlyInterface = {
     .name = "DOMMatrixReadOnly",
     .constructor = &constructReadOnly,
     .members = readOnlyMembers(),
 };
 
-InterfaceSpec domMatrixInterface = {
+InterfaceDefinition domMatrixInterface = {
     .name = "DOMMatrix",
     .parent = &domMatrixReadOnlyInterface,
     .constructor = &constructMatrix,

@@ -10,24 +10,24 @@ namespace script {
 namespace {
 
 struct InterfaceObjectData final : PrivateData {
-    explicit InterfaceObjectData(const InterfaceSpec& spec) : PrivateData(Kind::InterfaceObject), spec(&spec) {}
-    const InterfaceSpec* spec;
+    explicit InterfaceObjectData(const InterfaceDefinition& definition) : PrivateData(Kind::InterfaceObject), definition(&definition) {}
+    const InterfaceDefinition* definition;
 };
 
-const InterfaceSpec* interfaceOf(JSObjectRef object)
+const InterfaceDefinition* interfaceOf(JSObjectRef object)
 {
     auto* data = static_cast<PrivateData*>(JSObjectGetPrivate(object));
     if (!data || data->kind != PrivateData::Kind::InterfaceObject)
         return nullptr;
-    return static_cast<InterfaceObjectData*>(data)->spec;
+    return static_cast<InterfaceObjectData*>(data)->definition;
 }
 
 JSValueRef callInterfaceObject(JSContextRef ctx, JSObjectRef function, JSObjectRef, std::size_t, const JSValueRef[],
                                JSValueRef* exception)
 {
-    const InterfaceSpec* spec = interfaceOf(function);
-    std::string name = spec ? spec->name : "object";
-    *exception = Realm::of(ctx).typeError(spec && spec->constructor
+    const InterfaceDefinition* definition = interfaceOf(function);
+    std::string name = definition ? definition->name : "object";
+    *exception = Realm::of(ctx).typeError(definition && definition->constructor
         ? "Failed to construct '" + name + "': Please use the 'new' operator, this DOM object constructor cannot be called as a function."
         : "Illegal constructor");
     return nullptr;
@@ -37,12 +37,12 @@ JSObjectRef constructInterfaceObject(JSContextRef ctx, JSObjectRef constructor, 
                                      const JSValueRef argv[], JSValueRef* exception)
 {
     JSValueRef result = detail::boundary(ctx, exception, [&]() -> JSValueRef {
-        const InterfaceSpec* spec = interfaceOf(constructor);
+        const InterfaceDefinition* definition = interfaceOf(constructor);
         Call call(ctx, nullptr, argc, argv);
-        if (!spec || !spec->constructor)
+        if (!definition || !definition->constructor)
             call.throwTypeError("Illegal constructor");
-        call.requireArguments(spec->constructorLength, spec->name, "", true);
-        return spec->constructor(call);
+        call.requireArguments(definition->constructorLength, definition->name, "", true);
+        return definition->constructor(call);
     });
     return result ? const_cast<JSObjectRef>(result) : nullptr;
 }
@@ -98,22 +98,22 @@ JSClassRef interfaceObjectClass()
     return cls;
 }
 
-JSClassRef instanceClass(const InterfaceSpec& spec)
+JSClassRef instanceClass(const InterfaceDefinition& interface)
 {
-    static std::unordered_map<const InterfaceSpec*, JSClassRef> classes;
-    auto found = classes.find(&spec);
+    static std::unordered_map<const InterfaceDefinition*, JSClassRef> classes;
+    auto found = classes.find(&interface);
     if (found != classes.end())
         return found->second;
     JSClassDefinition definition = kJSClassDefinitionEmpty;
     definition.attributes = kJSClassAttributeNoAutomaticPrototype;
-    definition.className = spec.name;
+    definition.className = interface.name;
     definition.finalize = finalizeWrapper;
     JSClassRef cls = JSClassCreate(&definition);
-    classes.emplace(&spec, cls);
+    classes.emplace(&interface, cls);
     return cls;
 }
 
-PrivateData* makeInterfaceObjectData(const InterfaceSpec& interface)
+PrivateData* makeInterfaceObjectData(const InterfaceDefinition& interface)
 {
     return new InterfaceObjectData(interface);
 }

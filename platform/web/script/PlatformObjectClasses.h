@@ -8,9 +8,9 @@ namespace script {
 // constructible (the interface's constructor, or "Illegal constructor"), and answer instanceof
 // the ordinary way. Every interface has a class of its own for its instances, named after it.
 JSClassRef interfaceObjectClass();
-JSClassRef instanceClass(const InterfaceSpec& interface);
+JSClassRef instanceClass(const InterfaceDefinition& interface);
 
 // The private data of an interface object.
-PrivateData* makeInterfaceObjectData(const InterfaceSpec& interface);
+PrivateData* makeInterfaceObjectData(const InterfaceDefinition& interface);
 
 } // namespace script

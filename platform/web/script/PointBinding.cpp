@@ -6,8 +6,8 @@ namespace script {
 
 namespace {
 
-constexpr const InterfaceSpec& R = domPointReadOnlyInterface;
-constexpr const InterfaceSpec& P = domPointInterface;
+constexpr const InterfaceDefinition& R = domPointReadOnlyInterface;
+constexpr const InterfaceDefinition& P = domPointInterface;
 
 DOMPoint pointFromArguments(Call& call)
 {
@@ -32,7 +32,7 @@ JSObjectRef constructPoint(Call& call)
 
 } // namespace
 
-InterfaceSpec domPointReadOnlyInterface = {
+InterfaceDefinition domPointReadOnlyInterface = {
     .name = "DOMPointReadOnly",
     .constructor = &constructReadOnly,
     .members = {
@@ -55,7 +55,7 @@ InterfaceSpec domPointReadOnlyInterface = {
     },
 };
 
-InterfaceSpec domPointInterface = {
+InterfaceDefinition domPointInterface = {
     .name = "DOMPoint",
     .parent = &domPointReadOnlyInterface,
     .constructor = &constructPoint,

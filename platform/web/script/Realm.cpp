@@ -63,8 +63,8 @@ Realm::Realm(JSContextGroupRef group)
         throw std::runtime_error("cannot create a JavaScript context");
     current_ = this;
     captureIntrinsics();
-    for (const InterfaceSpec* spec : allInterfaces())
-        installInterface(*spec);
+    for (const InterfaceDefinition* definition : allInterfaces())
+        installInterface(*definition);
     installWindow();
     isolation_ = std::make_unique<RealmIsolation>(*this);
 }
@@ -145,26 +145,26 @@ JSObjectRef makeFunction(JSContextRef ctx, const std::string& name, JSObjectCall
 
 } // namespace
 
-void Realm::installInterface(const InterfaceSpec& spec)
+void Realm::installInterface(const InterfaceDefinition& definition)
 {
     JSObjectRef prototype = protect(JSObjectMake(ctx_, nullptr, nullptr));
-    JSObjectRef parentPrototype = spec.parent ? prototypeOf(*spec.parent)
-        : toObject(ctx_, getProperty(ctx_, intrinsics_, spec.errorPrototype ? "errorPrototype" : "objectPrototype"));
+    JSObjectRef parentPrototype = definition.parent ? prototypeOf(*definition.parent)
+        : toObject(ctx_, getProperty(ctx_, intrinsics_, definition.errorPrototype ? "errorPrototype" : "objectPrototype"));
     JSObjectSetPrototype(ctx_, prototype, parentPrototype);
 
-    JSObjectRef constructorObject = protect(JSObjectMake(ctx_, interfaceObjectClass(), makeInterfaceObjectData(spec)));
-    JSObjectSetPrototype(ctx_, constructorObject, spec.parent ? JSValueRef(interfaceObject(*spec.parent))
+    JSObjectRef constructorObject = protect(JSObjectMake(ctx_, interfaceObjectClass(), makeInterfaceObjectData(definition)));
+    JSObjectSetPrototype(ctx_, constructorObject, definition.parent ? JSValueRef(interfaceObject(*definition.parent))
                                                             : getProperty(ctx_, intrinsics_, "functionPrototype"));
-    interfaces_[&spec] = {prototype, constructorObject};
+    interfaces_[&definition] = {prototype, constructorObject};
 
     auto key = [&](const char* name) { return makeString(ctx_, name); };
-    defineValue(constructorObject, key("length"), JSValueMakeNumber(ctx_, spec.constructorLength), false, false, true);
-    defineValue(constructorObject, key("name"), key(spec.name), false, false, true);
+    defineValue(constructorObject, key("length"), JSValueMakeNumber(ctx_, definition.constructorLength), false, false, true);
+    defineValue(constructorObject, key("name"), key(definition.name), false, false, true);
     defineValue(constructorObject, key("prototype"), prototype, false, false, false);
     defineValue(prototype, key("constructor"), constructorObject, true, false, true);
-    defineValue(prototype, getProperty(ctx_, intrinsics_, "toStringTag"), key(spec.name), false, false, true);
+    defineValue(prototype, getProperty(ctx_, intrinsics_, "toStringTag"), key(definition.name), false, false, true);
 
-    for (const Member& member : spec.members) {
+    for (const Member& member : definition.members) {
         JSObjectRef target = member.isStatic ? constructorObject : prototype;
         switch (member.kind) {
         case Member::Kind::Operation: {
@@ -187,8 +187,8 @@ void Realm::installInterface(const InterfaceSpec& spec)
             break;
         }
     }
-    if (spec.exposed)
-        defineValue(global_, key(spec.name), constructorObject, true, false, true);
+    if (definition.exposed)
+        defineValue(global_, key(definition.name), constructorObject, true, false, true);
 }
 
 void Realm::installWindow()
@@ -228,17 +228,17 @@ JSValueRef Realm::error(const DOMException& exception)
     return wrap(domExceptionInterface, std::make_shared<DOMException>(exception));
 }
 
-JSObjectRef Realm::prototypeOf(const InterfaceSpec& interface) const
+JSObjectRef Realm::prototypeOf(const InterfaceDefinition& interface) const
 {
     return interfaces_.at(&interface).prototype;
 }
 
-JSObjectRef Realm::interfaceObject(const InterfaceSpec& interface) const
+JSObjectRef Realm::interfaceObject(const InterfaceDefinition& interface) const
 {
     return interfaces_.at(&interface).interfaceObject;
 }
 
-JSObjectRef Realm::wrap(const InterfaceSpec& interface, std::shared_ptr<void> object)
+JSObjectRef Realm::wrap(const InterfaceDefinition& interface, std::shared_ptr<void> object)
 {
     auto* wrapper = new Wrapper(interface, std::move(object), nullptr);
     JSObjectRef result = JSObjectMake(ctx_, instanceClass(interface), static_cast<PrivateData*>(wrapper));
@@ -246,7 +246,7 @@ JSObjectRef Realm::wrap(const InterfaceSpec& interface, std::shared_ptr<void> ob
     return result;
 }
 
-JSObjectRef Realm::wrapCached(const InterfaceSpec& interface, std::shared_ptr<void> object, const void* identity)
+JSObjectRef Realm::wrapCached(const InterfaceDefinition& interface, std::shared_ptr<void> object, const void* identity)
 {
     auto found = identities_.find(identity);
     if (found != identities_.end()) {

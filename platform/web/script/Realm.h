@@ -38,13 +38,13 @@ public:
     // A DOMException, or the ECMAScript error its name stands for.
     JSValueRef error(const DOMException& exception);
 
-    JSObjectRef prototypeOf(const InterfaceSpec& interface) const;
-    JSObjectRef interfaceObject(const InterfaceSpec& interface) const;
+    JSObjectRef prototypeOf(const InterfaceDefinition& interface) const;
+    JSObjectRef interfaceObject(const InterfaceDefinition& interface) const;
     // A new platform object for `object`.
-    JSObjectRef wrap(const InterfaceSpec& interface, std::shared_ptr<void> object);
+    JSObjectRef wrap(const InterfaceDefinition& interface, std::shared_ptr<void> object);
     // The platform object for `identity` while one is alive, else a new one: the same C++ object
     // keeps the same wrapper.
-    JSObjectRef wrapCached(const InterfaceSpec& interface, std::shared_ptr<void> object, const void* identity);
+    JSObjectRef wrapCached(const InterfaceDefinition& interface, std::shared_ptr<void> object, const void* identity);
     void forgetIdentity(const void* identity);
 
     // Properties the collector traces but scripts cannot see, on our platform objects.
@@ -68,7 +68,7 @@ public:
 
 private:
     void captureIntrinsics();
-    void installInterface(const InterfaceSpec& interface);
+    void installInterface(const InterfaceDefinition& interface);
     void installWindow();
     JSObjectRef protect(JSObjectRef object);
 
@@ -88,7 +88,7 @@ private:
         JSObjectRef prototype;
         JSObjectRef interfaceObject;
     };
-    std::unordered_map<const InterfaceSpec*, InterfaceObjects> interfaces_;
+    std::unordered_map<const InterfaceDefinition*, InterfaceObjects> interfaces_;
     std::unordered_map<const void*, JSWeakRef> identities_;
     std::vector<JSObjectRef> protected_;
     std::unique_ptr<RealmIsolation> isolation_;
