@@ -25,9 +25,6 @@ Elements multiply(const Elements& a, const Elements& b)
     return result;
 }
 
-// SameValueZero: NaN equals NaN, 0 equals -0.
-bool sameValueZero(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
-
 DOMException typeError(const char* message) { return DOMException{"TypeError", message}; }
 
 } // namespace
@@ -322,56 +319,6 @@ void DOMMatrixReadOnly::rotateInPlace(double rotX, std::optional<double> rotY, s
     is2D_ = keep2D;
 }
 
-void DOMMatrixReadOnly::invertInPlace()
-{
-    // Cofactor expansion of the 4x4 inverse.
-    const auto& m = m_;
-    double inv[4][4];
-    inv[0][0] = m[1][1] * m[2][2] * m[3][3] - m[1][1] * m[2][3] * m[3][2] - m[2][1] * m[1][2] * m[3][3]
-        + m[2][1] * m[1][3] * m[3][2] + m[3][1] * m[1][2] * m[2][3] - m[3][1] * m[1][3] * m[2][2];
-    inv[1][0] = -m[1][0] * m[2][2] * m[3][3] + m[1][0] * m[2][3] * m[3][2] + m[2][0] * m[1][2] * m[3][3]
-        - m[2][0] * m[1][3] * m[3][2] - m[3][0] * m[1][2] * m[2][3] + m[3][0] * m[1][3] * m[2][2];
-    inv[2][0] = m[1][0] * m[2][1] * m[3][3] - m[1][0] * m[2][3] * m[3][1] - m[2][0] * m[1][1] * m[3][3]
-        + m[2][0] * m[1][3] * m[3][1] + m[3][0] * m[1][1] * m[2][3] - m[3][0] * m[1][3] * m[2][1];
-    inv[3][0] = -m[1][0] * m[2][1] * m[3][2] + m[1][0] * m[2][2] * m[3][1] + m[2][0] * m[1][1] * m[3][2]
-        - m[2][0] * m[1][2] * m[3][1] - m[3][0] * m[1][1] * m[2][2] + m[3][0] * m[1][2] * m[2][1];
-    inv[0][1] = -m[0][1] * m[2][2] * m[3][3] + m[0][1] * m[2][3] * m[3][2] + m[2][1] * m[0][2] * m[3][3]
-        - m[2][1] * m[0][3] * m[3][2] - m[3][1] * m[0][2] * m[2][3] + m[3][1] * m[0][3] * m[2][2];
-    inv[1][1] = m[0][0] * m[2][2] * m[3][3] - m[0][0] * m[2][3] * m[3][2] - m[2][0] * m[0][2] * m[3][3]
-        + m[2][0] * m[0][3] * m[3][2] + m[3][0] * m[0][2] * m[2][3] - m[3][0] * m[0][3] * m[2][2];
-    inv[2][1] = -m[0][0] * m[2][1] * m[3][3] + m[0][0] * m[2][3] * m[3][1] + m[2][0] * m[0][1] * m[3][3]
-        - m[2][0] * m[0][3] * m[3][1] - m[3][0] * m[0][1] * m[2][3] + m[3][0] * m[0][3] * m[2][1];
-    inv[3][1] = m[0][0] * m[2][1] * m[3][2] - m[0][0] * m[2][2] * m[3][1] - m[2][0] * m[0][1] * m[3][2]
-        + m[2][0] * m[0][2] * m[3][1] + m[3][0] * m[0][1] * m[2][2] - m[3][0] * m[0][2] * m[2][1];
-    inv[0][2] = m[0][1] * m[1][2] * m[3][3] - m[0][1] * m[1][3] * m[3][2] - m[1][1] * m[0][2] * m[3][3]
-        + m[1][1] * m[0][3] * m[3][2] + m[3][1] * m[0][2] * m[1][3] - m[3][1] * m[0][3] * m[1][2];
-    inv[1][2] = -m[0][0] * m[1][2] * m[3][3] + m[0][0] * m[1][3] * m[3][2] + m[1][0] * m[0][2] * m[3][3]
-        - m[1][0] * m[0][3] * m[3][2] - m[3][0] * m[0][2] * m[1][3] + m[3][0] * m[0][3] * m[1][2];
-    inv[2][2] = m[0][0] * m[1][1] * m[3][3] - m[0][0] * m[1][3] * m[3][1] - m[1][0] * m[0][1] * m[3][3]
-        + m[1][0] * m[0][3] * m[3][1] + m[3][0] * m[0][1] * m[1][3] - m[3][0] * m[0][3] * m[1][1];
-    inv[3][2] = -m[0][0] * m[1][1] * m[3][2] + m[0][0] * m[1][2] * m[3][1] + m[1][0] * m[0][1] * m[3][2]
-        - m[1][0] * m[0][2] * m[3][1] - m[3][0] * m[0][1] * m[1][2] + m[3][0] * m[0][2] * m[1][1];
-    inv[0][3] = -m[0][1] * m[1][2] * m[2][3] + m[0][1] * m[1][3] * m[2][2] + m[1][1] * m[0][2] * m[2][3]
-        - m[1][1] * m[0][3] * m[2][2] - m[2][1] * m[0][2] * m[1][3] + m[2][1] * m[0][3] * m[1][2];
-    inv[1][3] = m[0][0] * m[1][2] * m[2][3] - m[0][0] * m[1][3] * m[2][2] - m[1][0] * m[0][2] * m[2][3]
-        + m[1][0] * m[0][3] * m[2][2] + m[2][0] * m[0][2] * m[1][3] - m[2][0] * m[0][3] * m[1][2];
-    inv[2][3] = -m[0][0] * m[1][1] * m[2][3] + m[0][0] * m[1][3] * m[2][1] + m[1][0] * m[0][1] * m[2][3]
-        - m[1][0] * m[0][3] * m[2][1] - m[2][0] * m[0][1] * m[1][3] + m[2][0] * m[0][3] * m[1][1];
-    inv[3][3] = m[0][0] * m[1][1] * m[2][2] - m[0][0] * m[1][2] * m[2][1] - m[1][0] * m[0][1] * m[2][2]
-        + m[1][0] * m[0][2] * m[2][1] + m[2][0] * m[0][1] * m[1][2] - m[2][0] * m[0][2] * m[1][1];
-
-    double det = m[0][0] * inv[0][0] + m[0][1] * inv[1][0] + m[0][2] * inv[2][0] + m[0][3] * inv[3][0];
-    if (det == 0 || !std::isfinite(det)) {
-        for (auto& row : m_)
-            row.fill(NAN);
-        is2D_ = false;
-        return;
-    }
-    for (int i = 0; i < 4; ++i)
-        for (int j = 0; j < 4; ++j)
-            m_[i][j] = inv[i][j] / det;
-}
-
 void DOMMatrixReadOnly::setElementsFromInit(const DOMMatrixInit& init)
 {
     m_ = kIdentity;
@@ -388,38 +335,4 @@ void DOMMatrixReadOnly::setElementsFromInit(const DOMMatrixInit& init)
         m_[0][2] = init.m31, m_[1][2] = init.m32, m_[2][2] = init.m33, m_[3][2] = init.m34;
         m_[2][3] = init.m43, m_[3][3] = init.m44;
     }
-}
-
-ExceptionOr<void> validateAndFixup(DOMMatrix2DInit& init)
-{
-    struct Pair {
-        std::optional<double>& shortName;
-        std::optional<double>& longName;
-        double fallback;
-    };
-    Pair pairs[] = {{init.a, init.m11, 1}, {init.b, init.m12, 0}, {init.c, init.m21, 0},
-                    {init.d, init.m22, 1}, {init.e, init.m41, 0}, {init.f, init.m42, 0}};
-    for (auto& pair : pairs) {
-        if (pair.shortName && pair.longName && !sameValueZero(*pair.shortName, *pair.longName))
-            return typeError("A matrix member and its alias disagree.");
-    }
-    for (auto& pair : pairs) {
-        if (!pair.longName)
-            pair.longName = pair.shortName.value_or(pair.fallback);
-        pair.shortName = pair.longName;
-    }
-    return {};
-}
-
-ExceptionOr<void> validateAndFixup(DOMMatrixInit& init)
-{
-    if (auto result = validateAndFixup(static_cast<DOMMatrix2DInit&>(init)); result.isException())
-        return result;
-    bool only2D = init.m13 == 0 && init.m14 == 0 && init.m23 == 0 && init.m24 == 0 && init.m31 == 0
-        && init.m32 == 0 && init.m34 == 0 && init.m43 == 0 && init.m33 == 1 && init.m44 == 1;
-    if (init.is2D.value_or(false) && !only2D)
-        return typeError("A 2D matrix cannot have 3D members.");
-    if (!init.is2D)
-        init.is2D = only2D;
-    return {};
 }
