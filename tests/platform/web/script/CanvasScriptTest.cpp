@@ -55,6 +55,10 @@ TEST_F(CanvasScriptTest, ResultsThatAreNotStringsGiveNothing)
     EXPECT_EQ(lastError(), "");
     EXPECT_EQ(run("throw {toString() { throw 1; }}"), "");
     EXPECT_EQ(lastError(), "uncaught exception");
+    EXPECT_EQ(run("throw 5"), "");
+    EXPECT_EQ(lastError(), "5");
+    EXPECT_EQ(run("throw Symbol('s')"), "");
+    EXPECT_EQ(lastError(), "uncaught exception");
     EXPECT_EQ(run("(function broken( {"), "");
     EXPECT_EQ(lastError().rfind("SyntaxError", 0), 0u) << lastError();
     // Unicode survives the way in and out.

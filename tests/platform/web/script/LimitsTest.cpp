@@ -85,6 +85,19 @@ TEST_F(LimitsTest, RunawaysOfOtherKindsAreOrdinaryExceptions)
     EXPECT_EQ(run(kNextRender), "data:image/png;base64,");
 }
 
+TEST_F(LimitsTest, CanvasesOfPastDocumentsAreLetGo)
+{
+    // 4 MB of bitmap per document: if nothing released them, the memory limit would stop us.
+    std::size_t before = residentBytes();
+    for (int i = 0; i < 150; ++i) {
+        ASSERT_EQ(run("var c = document.createElement('canvas'); c.width = 1000; c.height = 1000;"
+                      "var x = c.getContext('2d'); x.fillRect(0, 0, 1000, 1000); window.keep = c; 'drawn'"),
+                  "drawn")
+            << lastError();
+    }
+    EXPECT_LT(residentBytes(), before + (std::size_t(400) << 20));
+}
+
 TEST_F(LimitsTest, HugeNativeAllocationsFailWithTheStandardsErrors)
 {
     // Too large an ImageData is refused before any allocation (browsers differ in the name).
