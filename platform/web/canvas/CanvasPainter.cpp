@@ -150,6 +150,11 @@ void CanvasPainter::paintShadow(const CanvasShape& shape, const CanvasPaintSourc
     double offsetX = state_.shadowOffsetX, offsetY = state_.shadowOffsetY;
     if (!std::isfinite(offsetX) || !std::isfinite(offsetY) || std::fabs(offsetX) > 1e6 || std::fabs(offsetY) > 1e6)
         return;
+    if (sigma > 0) {
+        // Browsers move a blurred shadow by whole pixels.
+        offsetX = std::floor(offsetX + 0.5);
+        offsetY = std::floor(offsetY + 0.5);
+    }
     CanvasDeviceRect layerRect{int(std::floor(-offsetX)) - margin, int(std::floor(-offsetY)) - margin,
                                canvasRect_.width + 2 * margin + 1, canvasRect_.height + 2 * margin + 1};
     if (shapeBounds_) {
