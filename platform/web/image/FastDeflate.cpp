@@ -3,6 +3,7 @@
 #include <zlib.h>
 
 #include <array>
+#include <cstring>
 
 namespace {
 
@@ -58,64 +59,85 @@ constexpr auto kLengths = [] {
     return table;
 }();
 
+// Writes bits into memory reserved beforehand for the worst case, nine bits a byte.
 class BitWriter {
 public:
-    explicit BitWriter(std::string& out) : out_(out) {}
+    explicit BitWriter(unsigned char* out) : out_(out) {}
     void put(std::uint32_t bits, int count)
     {
         buffer_ |= std::uint64_t(bits) << used_;
         used_ += count;
         if (used_ >= 32) {
-            char bytes[4] = {char(buffer_), char(buffer_ >> 8), char(buffer_ >> 16), char(buffer_ >> 24)};
-            out_.append(bytes, 4);
+            std::uint32_t word = std::uint32_t(buffer_);
+            for (int i = 0; i < 4; ++i)
+                out_[i] = static_cast<unsigned char>(word >> (8 * i));
+            out_ += 4;
             buffer_ >>= 32;
             used_ -= 32;
         }
     }
-    void flush()
+    unsigned char* finish()
     {
         while (used_ > 0) {
-            out_.push_back(char(buffer_));
+            *out_++ = static_cast<unsigned char>(buffer_);
             buffer_ >>= 8;
             used_ = used_ > 8 ? used_ - 8 : 0;
         }
+        return out_;
     }
 
 private:
-    std::string& out_;
+    unsigned char* out_;
     std::uint64_t buffer_ = 0;
     int used_ = 0;
 };
+
+// How many bytes from `at` repeat data[at - 1], up to `limit`; eight at a time where it can.
+std::size_t repeats(const std::uint8_t* data, std::size_t at, std::size_t size, std::size_t limit)
+{
+    std::uint8_t byte = data[at - 1];
+    std::uint64_t pattern = 0x0101010101010101ull * byte;
+    std::size_t n = 0;
+    while (n + 8 <= limit && at + n + 8 <= size) {
+        std::uint64_t word;
+        std::memcpy(&word, data + at + n, 8);
+        if (word != pattern)
+            break;
+        n += 8;
+    }
+    while (n < limit && at + n < size && data[at + n] == byte)
+        ++n;
+    return n;
+}
 
 } // namespace
 
 void appendZlibFast(std::string& out, const std::uint8_t* data, std::size_t size)
 {
-    out.push_back(char(0x78)); // deflate, 32K window
-    out.push_back(char(0x01)); // fastest, no dictionary; (0x7801 % 31 == 0)
-    BitWriter writer(out);
+    std::size_t start = out.size();
+    out.resize(start + 2 + size + size / 8 + 32 + 4);
+    auto* base = reinterpret_cast<unsigned char*>(out.data()) + start;
+    base[0] = 0x78; // deflate, 32K window
+    base[1] = 0x01; // fastest, no dictionary; (0x7801 % 31 == 0)
+    BitWriter writer(base + 2);
     writer.put(3, 3); // final block, fixed codes
     std::size_t i = 0;
     while (i < size) {
-        std::uint8_t byte = data[i];
-        const Code& literal = kLiterals[byte];
+        const Code& literal = kLiterals[data[i]];
         writer.put(literal.bits, literal.length);
-        std::size_t run = 1;
-        while (i + run < size && data[i + run] == byte && run < 1 + 258)
-            ++run;
-        std::size_t repeats = run - 1;
-        if (repeats >= 3) {
-            const Code& match = kLengths[repeats];
+        ++i;
+        std::size_t run = i < size ? repeats(data, i, size, 258) : 0;
+        if (run >= 3) {
+            const Code& match = kLengths[run];
             writer.put(match.bits, match.length);
             i += run;
-        } else {
-            i += 1;
         }
     }
     const Code& end = kLiterals[256];
     writer.put(end.bits, end.length);
-    writer.flush();
+    unsigned char* tail = writer.finish();
     std::uint32_t checksum = std::uint32_t(adler32(adler32(0, nullptr, 0), data, uInt(size)));
-    char trailer[4] = {char(checksum >> 24), char(checksum >> 16), char(checksum >> 8), char(checksum)};
-    out.append(trailer, 4);
+    for (int k = 0; k < 4; ++k)
+        *tail++ = static_cast<unsigned char>(checksum >> (24 - 8 * k));
+    out.resize(std::size_t(tail - reinterpret_cast<unsigned char*>(out.data())));
 }
