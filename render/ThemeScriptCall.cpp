@@ -1,5 +1,7 @@
 #include "ThemeScriptCall.h"
 
+#include "platform/core/UnicodeSpace.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <vector>
@@ -37,27 +39,9 @@ std::size_t letterOrDigitLength(std::string_view text)
     return nameStartLength(text) > 1 ? nameStartLength(text) : 0;
 }
 
-// White space as regular expressions know it, Unicode spaces included.
-std::size_t spaceLength(std::string_view text)
-{
-    static constexpr std::string_view wide[] = {
-        "\xC2\x85", "\xC2\xA0", "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82", "\xE2\x80\x83",
-        "\xE2\x80\x84", "\xE2\x80\x85", "\xE2\x80\x86", "\xE2\x80\x87", "\xE2\x80\x88", "\xE2\x80\x89",
-        "\xE2\x80\x8A", "\xE2\x80\xA8", "\xE2\x80\xA9", "\xE2\x80\xAF", "\xE2\x81\x9F", "\xE3\x80\x80"};
-    if (text.empty())
-        return 0;
-    char c = text.front();
-    if (c == ' ' || (c >= '\t' && c <= '\r'))
-        return 1;
-    for (std::string_view space : wide)
-        if (text.starts_with(space))
-            return space.size();
-    return 0;
-}
-
 std::size_t skipSpaces(std::string_view text, std::size_t at)
 {
-    while (std::size_t n = spaceLength(text.substr(at)))
+    while (std::size_t n = unicodeSpaceLength(text.substr(at)))
         at += n;
     return at;
 }

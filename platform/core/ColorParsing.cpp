@@ -1,5 +1,7 @@
 #include "ColorParsing.h"
 
+#include "UnicodeSpace.h"
+
 #include <climits>
 #include <cmath>
 #include <cstdio>
@@ -36,35 +38,6 @@ unsigned hexDigitValue(char c)
     return static_cast<unsigned>(c - 'A' + 10);
 }
 
-// Skips the white space and line breaks the scanner skips by default, Unicode ones included.
-std::string_view skipScannerWhitespace(std::string_view text)
-{
-    static constexpr std::string_view unicodeSpaces[] = {
-        "\xC2\x85", "\xC2\xA0", "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82",
-        "\xE2\x80\x83", "\xE2\x80\x84", "\xE2\x80\x85", "\xE2\x80\x86", "\xE2\x80\x87",
-        "\xE2\x80\x88", "\xE2\x80\x89", "\xE2\x80\x8A", "\xE2\x80\xA8", "\xE2\x80\xA9",
-        "\xE2\x80\xAF", "\xE2\x81\x9F", "\xE3\x80\x80"};
-    for (;;) {
-        if (text.empty())
-            return text;
-        char c = text.front();
-        if (c == ' ' || (c >= '\t' && c <= '\r')) {
-            text.remove_prefix(1);
-            continue;
-        }
-        bool skipped = false;
-        for (std::string_view space : unicodeSpaces) {
-            if (text.starts_with(space)) {
-                text.remove_prefix(space.size());
-                skipped = true;
-                break;
-            }
-        }
-        if (!skipped)
-            return text;
-    }
-}
-
 // Converts a component times 255 to an int as the phone's processor does: truncating toward
 // zero and saturating, NaN giving 0.
 int truncatedChannel(double component)
@@ -83,7 +56,7 @@ int truncatedChannel(double component)
 
 unsigned scanHexInt(std::string_view text)
 {
-    text = skipScannerWhitespace(text);
+    text = skipUnicodeSpaces(text);
     if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X') && isHexDigit(text[2]))
         text.remove_prefix(2);
     unsigned long long value = 0;

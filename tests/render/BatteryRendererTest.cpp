@@ -1,3 +1,4 @@
+#include "support/ImagePixels.h"
 #include "support/PlistPrinting.h"
 
 #include "render/QLAWBatteryRenderer.h"
@@ -39,26 +40,7 @@ protected:
     }
 };
 
-std::uint32_t pixel(const UIImage& image, int x, int y)
-{
-    cairo_surface_flush(image.CGImage());
-    const unsigned char* row =
-        cairo_image_surface_get_data(image.CGImage()) + y * cairo_image_surface_get_stride(image.CGImage());
-    std::uint32_t value;
-    std::memcpy(&value, row + x * 4, 4);
-    return value;
-}
 
-bool samePixels(const UIImage& a, const UIImage& b)
-{
-    if (a.pixelWidth() != b.pixelWidth() || a.pixelHeight() != b.pixelHeight())
-        return false;
-    for (int y = 0; y < a.pixelHeight(); ++y)
-        for (int x = 0; x < a.pixelWidth(); ++x)
-            if (pixel(a, x, y) != pixel(b, x, y))
-                return false;
-    return true;
-}
 
 } // namespace
 

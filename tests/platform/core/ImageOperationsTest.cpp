@@ -1,3 +1,4 @@
+#include "support/ImagePixels.h"
 #include "platform/core/UIImage.h"
 #include "platform/core/UIImageColored.h"
 #include "platform/core/UIImageCoreGraphics.h"
@@ -10,16 +11,6 @@
 
 namespace {
 
-// Premultiplied ARGB of one pixel.
-std::uint32_t pixel(const UIImage& image, int x, int y)
-{
-    cairo_surface_t* surface = image.CGImage();
-    cairo_surface_flush(surface);
-    const unsigned char* row = cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
-    std::uint32_t value;
-    std::memcpy(&value, row + x * 4, 4);
-    return value;
-}
 
 // A 3 x 2 pixel image whose pixels are all different, so every mirror shows.
 UIImage asymmetricImage(double scale)
@@ -37,16 +28,6 @@ UIImage asymmetricImage(double scale)
     return UIImage(surface, scale);
 }
 
-bool samePixels(const UIImage& a, const UIImage& b)
-{
-    if (a.pixelWidth() != b.pixelWidth() || a.pixelHeight() != b.pixelHeight())
-        return false;
-    for (int y = 0; y < a.pixelHeight(); ++y)
-        for (int x = 0; x < a.pixelWidth(); ++x)
-            if (pixel(a, x, y) != pixel(b, x, y))
-                return false;
-    return true;
-}
 
 class ImageOperations : public ::testing::Test {
 protected:
