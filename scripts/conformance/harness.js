@@ -407,6 +407,9 @@
     if (id !== null) { try { canvas.id = id; } catch (e) { /* id is only for lookup here */ } made[id] = canvas; }
     if (width !== null) canvas.width = Number(width);
     if (height !== null) canvas.height = Number(height);
+    // The inline style gives the element the font-size its context's relative fonts refer to.
+    var style = attribute(tag, "style");
+    if (style !== null) canvas.setAttribute("style", style);
     try { if (doc.body && doc.body.appendChild) doc.body.appendChild(canvas); } catch (e) { /* detached is fine */ }
     return canvas;
   }
