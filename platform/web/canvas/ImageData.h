@@ -19,7 +19,11 @@ class ImageData {
 public:
     // Larger pixel arrays than this are refused, as script engines refuse such typed arrays.
     static constexpr std::size_t kMaxBytes = std::size_t(1) << 31;
-    static bool fits(std::uint64_t width, std::uint64_t height) { return width * height * 4 <= kMaxBytes; }
+    // (Divides rather than multiplies: two sides of 2^31 would overflow the product to 0.)
+    static bool fits(std::uint64_t width, std::uint64_t height)
+    {
+        return width == 0 || height == 0 || (width <= kMaxBytes / 4 && height <= kMaxBytes / 4 / width);
+    }
 
     // new ImageData(sw, sh): zeroed. IndexSizeError when a side is zero or the size is beyond
     // kMaxBytes (as browsers report it for the constructor), RangeError when the memory cannot

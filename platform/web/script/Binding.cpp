@@ -39,6 +39,14 @@ Call::Call(JSContextRef ctx, JSObjectRef thisObject, std::size_t argc, const JSV
 double Call::toNumber(JSValueRef value) const
 {
     JSValueRef exception = nullptr;
+    // The engine's API converts a BigInt quietly, where WebIDL's ToNumber throws.
+    if (JSValueIsBigInt(ctx_, value))
+        throwTypeError("Cannot convert a BigInt value to a number");
+    if (JSValueIsObject(ctx_, value)) {
+        JSObjectRef convert = toObject(ctx_, getProperty(ctx_, realm_.intrinsics(), "toNumber"));
+        value = JSObjectCallAsFunction(ctx_, convert, nullptr, 1, &value, &exception);
+        rethrowIf(exception);
+    }
     double number = JSValueToNumber(ctx_, value, &exception);
     rethrowIf(exception);
     return number;

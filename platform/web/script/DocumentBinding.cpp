@@ -152,10 +152,10 @@ CanvasRenderingContext2DSettings contextSettings(Call& call, JSValueRef options)
 {
     CanvasRenderingContext2DSettings settings;
     JSContextRef ctx = call.ctx();
-    if (JSValueIsUndefined(ctx, options) || JSValueIsNull(ctx, options))
-        return settings;
+    // getContext's options are `any`: what is not an object (getContext('2d', false), a
+    // symbol...) leaves the defaults, as browsers do, rather than failing the call.
     if (!JSValueIsObject(ctx, options))
-        call.throwTypeError("Failed to execute 'getContext' on 'HTMLCanvasElement': The provided value is not of type 'CanvasRenderingContext2DSettings'.");
+        return settings;
     auto dictionary = const_cast<JSObjectRef>(options);
     JSValueRef alpha = getProperty(ctx, dictionary, "alpha");
     if (!JSValueIsUndefined(ctx, alpha))
@@ -189,8 +189,9 @@ JSValueRef getContext(Call& call, HTMLCanvasElement& canvas)
     std::string contextId = call.string(0);
     if (contextId != "2d")
         return call.null();
-    CanvasRenderingContext2DSettings settings = contextSettings(call, call.arg(1));
     bool made = !canvas.context2d();
+    // An existing context is returned as it is: its options are not even read again.
+    CanvasRenderingContext2DSettings settings = made ? contextSettings(call, call.arg(1)) : CanvasRenderingContext2DSettings{};
     CanvasRenderingContext2D* context = canvas.getContext2d(settings);
     if (!context)
         return call.null();

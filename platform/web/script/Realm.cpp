@@ -34,6 +34,8 @@ constexpr const char* kBootstrap = R"JS((function () {
         promiseThen: g.Promise.prototype.then,
         isResizable: Object.getOwnPropertyDescriptor(g.ArrayBuffer.prototype, 'resizable').get,
         iterator: g.Symbol.iterator,
+        // ToNumber as scripts see it: a BigInt (or an object that gives one) is a TypeError.
+        toNumber: (value) => +value,
         toStringTag: g.Symbol.toStringTag,
         define(object, key, value, getter, setter, flags) {
             const descriptor = { enumerable: (flags & 2) !== 0, configurable: (flags & 4) !== 0 };
