@@ -47,7 +47,7 @@ struct CanvasDrawingState {
     double shadowOffsetX = 0;
     double shadowOffsetY = 0;
     double shadowBlur = 0;
-    CSSColor shadowColor{0, 0, 0, 0};
+    CanvasColor shadowColor = CanvasColor::transparentBlack();
     double lineWidth = 1;
     CanvasLineCap lineCap = CanvasLineCap::Butt;
     CanvasLineJoin lineJoin = CanvasLineJoin::Miter;

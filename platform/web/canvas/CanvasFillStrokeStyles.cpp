@@ -23,14 +23,14 @@ DOMException nonFinite() { return DOMException{"TypeError", "The provided double
 void CanvasRenderingContext2D::setStyle(CanvasPaintStyle& style, const CanvasStyle& value)
 {
     if (auto* text = std::get_if<std::string>(&value)) {
-        if (auto color = parseCSSColor(*text))
-            style = CanvasPaintStyle{*color, nullptr, nullptr};
+        if (auto color = parseCSSColorValue(*text))
+            style = CanvasPaintStyle{CanvasColor(*color), nullptr, nullptr};
     } else if (auto* gradient = std::get_if<std::shared_ptr<CanvasGradient>>(&value)) {
         if (*gradient)
-            style = CanvasPaintStyle{{0, 0, 0, 255}, *gradient, nullptr};
+            style = CanvasPaintStyle{CanvasColor(), *gradient, nullptr};
     } else if (auto* pattern = std::get_if<std::shared_ptr<CanvasPattern>>(&value)) {
         if (*pattern)
-            style = CanvasPaintStyle{{0, 0, 0, 255}, nullptr, *pattern};
+            style = CanvasPaintStyle{CanvasColor(), nullptr, *pattern};
     }
 }
 
@@ -40,7 +40,7 @@ CanvasStyle CanvasRenderingContext2D::styleValue(const CanvasPaintStyle& style)
         return style.gradient;
     if (style.pattern)
         return style.pattern;
-    return serializeCanvasColor(style.color);
+    return serializeCanvasColor(style.color.value);
 }
 
 CanvasStyle CanvasRenderingContext2D::strokeStyle() const { return styleValue(state_.strokeStyle); }

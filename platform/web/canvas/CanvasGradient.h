@@ -17,6 +17,11 @@ public:
     enum class Kind { Linear, Radial, Conic };
     struct ColorStop {
         double offset;
+        CSSColorValue color;
+    };
+    // A stop as a canvas of some colour space draws it.
+    struct DeviceStop {
+        double offset;
         CSSColor color;
     };
 
@@ -36,15 +41,26 @@ public:
     // Whether the gradient paints at all: a linear one with equal points or a radial one with
     // equal circles paints nothing.
     bool paintsNothing() const;
-    // The linear or radial gradient as a Cairo pattern in the gradient's space (made on first
-    // use, kept until a stop is added); null for conic gradients, which are rendered by hand.
-    cairo_pattern_t* cairoPattern() const;
+    // The stops in 8-bit channels of a canvas in `space` (sRGB or Display P3). Legacy colours
+    // interpolate in sRGB, and a gradient with any other colour in OKLab, as browsers do; where
+    // that differs from interpolating the canvas's channels, intermediate stops follow it.
+    const std::vector<DeviceStop>& deviceStops(CSSColorSpace space) const;
+    // The linear or radial gradient as a Cairo pattern in the gradient's space for a canvas in
+    // `space` (made on first use, kept until a stop is added); null for conic gradients, which
+    // are rendered by hand.
+    cairo_pattern_t* cairoPattern(CSSColorSpace space = CSSColorSpace::SRGB) const;
 
     CanvasGradient(Kind kind, const std::array<double, 6>& geometry);
 
 private:
     Kind kind_;
     std::array<double, 6> geometry_;
+    // Caches for sRGB and Display P3 canvases.
+    static int cacheSlot(CSSColorSpace space) { return space == CSSColorSpace::SRGB ? 0 : 1; }
+    void clearCaches();
+
     std::vector<ColorStop> stops_;
-    mutable cairo_pattern_t* pattern_ = nullptr;
+    mutable std::array<std::vector<DeviceStop>, 2> deviceStops_;
+    mutable std::array<bool, 2> deviceStopsValid_{};
+    mutable std::array<cairo_pattern_t*, 2> patterns_{};
 };

@@ -91,7 +91,7 @@ bool needsBandClip(const CanvasPaintSource& source)
 
 bool CanvasPainter::drawsShadow(const CanvasDrawingState& state)
 {
-    return state.shadowColor.alpha != 0 && (state.shadowBlur > 0 || state.shadowOffsetX != 0 || state.shadowOffsetY != 0);
+    return state.shadowColor.srgb.alpha != 0 && (state.shadowBlur > 0 || state.shadowOffsetX != 0 || state.shadowOffsetY != 0);
 }
 
 void CanvasPainter::paint(const CanvasShape& shape, const CanvasPaintSource& source)
@@ -186,7 +186,7 @@ void CanvasPainter::paintShadow(const CanvasShape& shape, const CanvasPaintSourc
         cairo_reset_clip(cr_);
     }
     cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
-    set_cairo_source_color(cr_, state_.shadowColor, state_.globalAlpha);
+    set_cairo_source_color(cr_, state_.shadowColor.bytesIn(colorSpace_), state_.globalAlpha);
     cairo_mask_surface(cr_, layer, offsetX, offsetY);
     if (viaLayer) {
         cairo_pop_group_to_source(cr_);
@@ -282,7 +282,7 @@ bool CanvasPainter::setSource(cairo_t* cr, const CanvasPaintSource& source, doub
 
     const CanvasPaintStyle& style = *std::get<const CanvasPaintStyle*>(source);
     if (style.isColor()) {
-        set_cairo_source_color(cr, style.color, alpha);
+        set_cairo_source_color(cr, style.color.bytesIn(colorSpace_), alpha);
         return true;
     }
     if (style.gradient) {
@@ -292,7 +292,7 @@ bool CanvasPainter::setSource(cairo_t* cr, const CanvasPaintSource& source, doub
         if (gradient.kind() == CanvasGradient::Kind::Conic) {
             // Rendered by hand, pixel by pixel: only where the shape can reach.
             CanvasDeviceRect area = shapeBounds_ ? intersect(bounds, *shapeBounds_) : bounds;
-            cairo_surface_t* surface = renderConicGradient(gradient, state_.transform, area);
+            cairo_surface_t* surface = renderConicGradient(gradient, state_.transform, area, colorSpace_);
             if (!surface)
                 return false;
             setIdentity(cr);
@@ -301,7 +301,7 @@ bool CanvasPainter::setSource(cairo_t* cr, const CanvasPaintSource& source, doub
             return true;
         }
         cairo_set_matrix(cr, &ctm);
-        cairo_set_source(cr, gradient.cairoPattern());
+        cairo_set_source(cr, gradient.cairoPattern(colorSpace_));
         return true;
     }
     const CanvasPattern& canvasPattern = *style.pattern;

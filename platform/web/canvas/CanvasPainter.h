@@ -40,8 +40,11 @@ struct CanvasDeviceRect {
 // operator around the painting of a shape. The context's clip is already on `cr`.
 class CanvasPainter {
 public:
-    CanvasPainter(cairo_t* cr, const CanvasDrawingState& state, int width, int height)
-        : cr_(cr), state_(state), canvasRect_{0, 0, width, height} {}
+    // `area`: the device pixels the target surface holds (the canvas, or a layer reaching
+    // beyond it); `colorSpace`: what its channels mean (sRGB or Display P3).
+    CanvasPainter(cairo_t* cr, const CanvasDrawingState& state, const CanvasDeviceRect& area,
+                  CSSColorSpace colorSpace = CSSColorSpace::SRGB)
+        : cr_(cr), state_(state), canvasRect_(area), colorSpace_(colorSpace) {}
 
     void paint(const CanvasShape& shape, const CanvasPaintSource& source);
     // clearRect: transparent black under the shape, ignoring alpha, shadows and operator.
@@ -64,6 +67,7 @@ private:
     cairo_t* cr_;
     const CanvasDrawingState& state_;
     CanvasDeviceRect canvasRect_;
+    CSSColorSpace colorSpace_;
     // Where the shape being painted lies, when known (fills).
     std::optional<CanvasDeviceRect> shapeBounds_;
 };

@@ -22,11 +22,11 @@ void CanvasRenderingContext2D::setShadowBlur(double blur)
 
 std::string CanvasRenderingContext2D::shadowColor() const
 {
-    return serializeCanvasColor(state_.shadowColor);
+    return serializeCanvasColor(state_.shadowColor.value);
 }
 
 void CanvasRenderingContext2D::setShadowColor(std::string_view color)
 {
-    if (auto parsed = parseCSSColor(color))
-        state_.shadowColor = *parsed;
+    if (auto parsed = parseCSSColorValue(color))
+        state_.shadowColor = CanvasColor(*parsed);
 }

@@ -9,10 +9,10 @@ namespace {
 
 // The colour at `t` in 0..1, interpolated without premultiplying as canvas gradients are,
 // premultiplied for the surface.
-std::uint32_t colorAt(const std::vector<CanvasGradient::ColorStop>& stops, double t)
+std::uint32_t colorAt(const std::vector<CanvasGradient::DeviceStop>& stops, double t)
 {
-    const CanvasGradient::ColorStop* before = &stops.front();
-    const CanvasGradient::ColorStop* after = nullptr;
+    const CanvasGradient::DeviceStop* before = &stops.front();
+    const CanvasGradient::DeviceStop* after = nullptr;
     for (const auto& stop : stops) {
         if (stop.offset <= t) {
             before = &stop;
@@ -37,7 +37,8 @@ std::uint32_t colorAt(const std::vector<CanvasGradient::ColorStop>& stops, doubl
 
 } // namespace
 
-cairo_surface_t* renderConicGradient(const CanvasGradient& gradient, const AffineTransform& ctm, const CanvasDeviceRect& rect)
+cairo_surface_t* renderConicGradient(const CanvasGradient& gradient, const AffineTransform& ctm, const CanvasDeviceRect& rect,
+                                     CSSColorSpace space)
 {
     auto inverse = ctm.inverse();
     if (!inverse || rect.width <= 0 || rect.height <= 0 || gradient.colorStops().empty())
@@ -49,7 +50,7 @@ cairo_surface_t* renderConicGradient(const CanvasGradient& gradient, const Affin
     }
     const auto& geometry = gradient.geometry();
     double startAngle = geometry[0], centreX = geometry[1], centreY = geometry[2];
-    const auto& stops = gradient.colorStops();
+    const auto& stops = gradient.deviceStops(space);
     auto* data = cairo_image_surface_get_data(surface);
     int stride = cairo_image_surface_get_stride(surface);
     for (int row = 0; row < rect.height; ++row) {

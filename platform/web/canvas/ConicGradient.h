@@ -8,5 +8,6 @@
 class CanvasGradient;
 
 // Cairo has no conic gradients: this renders one, seen through `ctm`, over the device
-// rectangle `rect` as an ARGB32 surface (null when it cannot be made).
-cairo_surface_t* renderConicGradient(const CanvasGradient& gradient, const AffineTransform& ctm, const CanvasDeviceRect& rect);
+// rectangle `rect` as an ARGB32 surface for a canvas in `space` (null when it cannot be made).
+cairo_surface_t* renderConicGradient(const CanvasGradient& gradient, const AffineTransform& ctm, const CanvasDeviceRect& rect,
+                                     CSSColorSpace space = CSSColorSpace::SRGB);

@@ -1,13 +1,12 @@
 #include "platform/web/css/CSSColor.h"
 
+#include "platform/web/css/CSSCalc.h"
 #include "platform/web/css/CSSNamedColors.h"
 #include "platform/web/css/CSSScanner.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace {
 
@@ -59,6 +58,17 @@ struct Component {
 
 std::optional<Component> parseComponent(CSSScanner& scanner)
 {
+    if (auto calc = consumeCalc(scanner, {})) {
+        Numeric numeric;
+        numeric.value = calc->value;
+        if (calc->type == CalcValue::Type::Percentage) {
+            numeric.type = Numeric::Type::Percentage;
+        } else if (calc->type == CalcValue::Type::Angle) {
+            numeric.type = Numeric::Type::Dimension;
+            numeric.unit = "deg";
+        }
+        return Component{numeric, false};
+    }
     if (auto numeric = scanner.numeric())
         return Component{*numeric, false};
     std::size_t start = scanner.position();
@@ -236,60 +246,108 @@ std::optional<CSSColor> parseHWB(CSSScanner& scanner)
     return CSSColor{toByte(rgb[0]), toByte(rgb[1]), toByte(rgb[2]), *alpha};
 }
 
+bool followsFrom(CSSScanner& scanner)
+{
+    std::size_t start = scanner.position();
+    scanner.skipWhitespace();
+    auto ident = scanner.identifier();
+    scanner.rewind(start);
+    return ident && *ident == "from";
+}
+
 } // namespace
 
-std::optional<CSSColor> parseCSSColor(std::string_view text)
+namespace css_color_detail {
+
+std::optional<CSSColorValue> consumeColor(CSSScanner& scanner, const CSSColorValue& currentColor)
+{
+    std::size_t start = scanner.position();
+    std::optional<CSSColor> legacy;
+    if (scanner.consume('#')) {
+        std::size_t digits = scanner.position();
+        std::size_t end = digits;
+        while (hexDigit(scanner.peekAt(end)) >= 0)
+            ++end;
+        legacy = parseHex(scanner.text().substr(digits, end - digits));
+        scanner.rewind(end);
+    } else if (auto function = scanner.functionName()) {
+        bool legacyFunction = *function == "rgb" || *function == "rgba" || *function == "hsl" || *function == "hsla"
+            || *function == "hwb";
+        if (legacyFunction && !followsFrom(scanner)) {
+            if (*function == "rgb" || *function == "rgba")
+                legacy = parseRGB(scanner);
+            else if (*function == "hsl" || *function == "hsla")
+                legacy = parseHSL(scanner);
+            else
+                legacy = parseHWB(scanner);
+        } else if (*function == "color-mix") {
+            return consumeColorMix(scanner, currentColor);
+        } else {
+            auto color = consumeModernColorFunction(*function, scanner, currentColor);
+            if (!color)
+                scanner.rewind(start);
+            return color;
+        }
+    } else if (auto name = scanner.identifier()) {
+        if (*name == "transparent")
+            legacy = CSSColor{0, 0, 0, 0};
+        else if (*name == "currentcolor")
+            return currentColor;
+        else
+            legacy = namedCSSColor(*name);
+    }
+    if (!legacy) {
+        scanner.rewind(start);
+        return {};
+    }
+    return CSSColorValue::fromLegacy(*legacy);
+}
+
+} // namespace css_color_detail
+
+std::optional<CSSColorValue> parseCSSColorValue(std::string_view text, const CSSColorValue& currentColor)
 {
     CSSScanner scanner(text);
     scanner.skipWhitespace();
-    std::optional<CSSColor> color;
-    if (scanner.consume('#')) {
-        std::size_t start = scanner.position();
-        std::size_t end = start;
-        while (end < text.size() && hexDigit(text[end]) >= 0)
-            ++end;
-        color = parseHex(text.substr(start, end - start));
-        scanner.rewind(end);
-    } else if (auto function = scanner.functionName()) {
-        if (*function == "rgb" || *function == "rgba")
-            color = parseRGB(scanner);
-        else if (*function == "hsl" || *function == "hsla")
-            color = parseHSL(scanner);
-        else if (*function == "hwb")
-            color = parseHWB(scanner);
-    } else if (auto name = scanner.identifier()) {
-        if (*name == "transparent")
-            color = CSSColor{0, 0, 0, 0};
-        else if (*name == "currentcolor")
-            color = CSSColor{0, 0, 0, 255};
-        else
-            color = namedCSSColor(*name);
-    }
+    auto color = css_color_detail::consumeColor(scanner, currentColor);
     scanner.skipWhitespace();
     if (!color || !scanner.atEnd())
         return {};
     return color;
 }
 
-std::string serializeCanvasColor(const CSSColor& color)
+std::optional<CSSColor> parseCSSColor(std::string_view text)
 {
-    char buffer[48];
-    if (color.isOpaque()) {
-        std::snprintf(buffer, sizeof buffer, "#%02x%02x%02x", color.red, color.green, color.blue);
-        return buffer;
-    }
-    // The shortest of two or three decimals that gives the same 8-bit alpha back.
-    double alpha = color.alpha / 255.0;
-    double twoDecimals = std::round(alpha * 100) / 100;
-    double rounded = std::lround(twoDecimals * 255) == color.alpha ? twoDecimals : std::round(alpha * 1000) / 1000;
-    // to_chars, unlike printf, ignores the process locale's decimal separator.
-    char alphaText[16];
-    auto end = std::to_chars(alphaText, alphaText + sizeof alphaText, rounded, std::chars_format::fixed, 3).ptr;
-    std::string_view trimmed(alphaText, end - alphaText);
-    trimmed = trimmed.substr(0, trimmed.find_last_not_of('0') + 1);
-    if (trimmed.back() == '.')
-        trimmed.remove_suffix(1);
-    std::snprintf(buffer, sizeof buffer, "rgba(%d, %d, %d, %.*s)", color.red, color.green, color.blue,
-                  int(trimmed.size()), trimmed.data());
-    return buffer;
+    auto color = parseCSSColorValue(text);
+    if (!color)
+        return {};
+    return color->toSRGB8();
 }
+
+CSSColorValue CSSColorValue::fromLegacy(const CSSColor& color)
+{
+    CSSColorValue value;
+    value.components = {color.red / 255.0, color.green / 255.0, color.blue / 255.0};
+    value.alpha = color.alpha / 255.0;
+    return value;
+}
+
+std::array<double, 4> CSSColorValue::in(CSSColorSpace target) const
+{
+    ColorComponents c = components;
+    for (int i = 0; i < 3; ++i) {
+        if (isMissing(i))
+            c[i] = 0;
+    }
+    ColorComponents converted = convertColor(c, space, target);
+    return {converted[0], converted[1], converted[2], isMissing(3) ? 0.0 : alpha};
+}
+
+CSSColor CSSColorValue::toBytesIn(CSSColorSpace target) const
+{
+    auto c = in(target);
+    auto byte = [](double v) { return toByte(std::clamp(v, 0.0, 1.0) * 255); };
+    return CSSColor{byte(c[0]), byte(c[1]), byte(c[2]), byte(c[3])};
+}
+
+CSSColor CSSColorValue::toSRGB8() const { return toBytesIn(CSSColorSpace::SRGB); }

@@ -33,6 +33,9 @@ public:
     // An identifier directly followed by "(": a function name.
     std::optional<std::string> functionName();
     std::size_t position() const { return pos_; }
+    std::string_view text() const { return text_; }
+    // The character at `at`, or '\0' past the end.
+    char peekAt(std::size_t at) const { return at < text_.size() ? text_[at] : '\0'; }
     void rewind(std::size_t position) { pos_ = position; }
 
 private:
