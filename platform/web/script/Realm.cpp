@@ -33,6 +33,13 @@ constexpr const char* kBootstrap = R"JS((function () {
         deleteProperty: Reflect.deleteProperty,
         promiseThen: g.Promise.prototype.then,
         isResizable: Object.getOwnPropertyDescriptor(g.ArrayBuffer.prototype, 'resizable').get,
+        // Float16Array, which the C API cannot make or recognise: its name as typed arrays
+        // report it, and a view over an ArrayBuffer.
+        typedArrayName: Object.getOwnPropertyDescriptor(Object.getPrototypeOf(g.Int8Array.prototype), g.Symbol.toStringTag).get,
+        typedArrayBuffer: Object.getOwnPropertyDescriptor(Object.getPrototypeOf(g.Int8Array.prototype), 'buffer').get,
+        typedArrayByteOffset: Object.getOwnPropertyDescriptor(Object.getPrototypeOf(g.Int8Array.prototype), 'byteOffset').get,
+        typedArrayByteLength: Object.getOwnPropertyDescriptor(Object.getPrototypeOf(g.Int8Array.prototype), 'byteLength').get,
+        makeFloat16Array: g.Float16Array ? ((F) => (buffer) => new F(buffer))(g.Float16Array) : undefined,
         iterator: g.Symbol.iterator,
         // ToNumber as scripts see it: a BigInt (or an object that gives one) is a TypeError.
         toNumber: (value) => +value,
