@@ -275,6 +275,14 @@
     t.done();
     return t;
   };
+  // generate_tests(func, [[name, args...], ...]): one test per entry, func applied to its args.
+  global.generate_tests = function (func, args, properties) {
+    for (var i = 0; i < args.length; i++) {
+      (function (entry) {
+        global.test(function () { return func.apply(this, entry.slice(1)); }, entry[0], properties);
+      })(Array.prototype.slice.call(args[i]));
+    }
+  };
   global.async_test = function (funcOrName, name) {
     var t = new Test(typeof funcOrName === "string" ? funcOrName : name || "(unnamed)");
     if (typeof funcOrName === "function") t.step(funcOrName, t, t);
@@ -373,11 +381,6 @@
     [/\bfetch\s*\(|XMLHttpRequest/, "network"],
   ];
 
-  function attribute(tag, name) {
-    var m = new RegExp("\\b" + name + "\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)'|([^\\s>]+))", "i").exec(tag);
-    return m ? (m[1] !== undefined ? m[1] : m[2] !== undefined ? m[2] : m[3]) : null;
-  }
-
   function decodeEntities(text) {
     return text.replace(/&(lt|gt|amp|quot|#39);/g, function (_, e) {
       return { lt: "<", gt: ">", amp: "&", quot: '"', "#39": "'" }[e];
@@ -399,24 +402,86 @@
     return null;
   }
 
+  // The page's elements, built from its markup the way a parser would for these simple pages:
+  // nested start and end tags, void elements, a <p> closed by the next block, attributes set
+  // with setAttribute (so a canvas parses width="0x100" as HTML does). Text, comments and what
+  // belongs in the head are left out. Where the document can only make canvases (Node), the
+  // other elements are skipped and their children go to the nearest element that was made.
+  var VOID_ELEMENTS = /^(area|base|br|col|embed|hr|img|input|link|meta|source|track|wbr|param)$/;
+  var LEFT_OUT = /^(html|head|body|title|meta|link|script|style|base|template)$/;
+  var RAW_TEXT = /^(script|style|title|textarea|template)$/;
+  var CLOSES_P = /^(address|article|aside|blockquote|details|div|dl|fieldset|figcaption|figure|footer|form|h[1-6]|header|hr|main|nav|ol|p|pre|section|table|ul)$/;
   var made = {};
-  function makeCanvas(tag) {
-    var doc = global.document;
-    var canvas = doc.createElement("canvas");
-    var id = attribute(tag, "id"), width = attribute(tag, "width"), height = attribute(tag, "height");
-    if (id !== null) { try { canvas.id = id; } catch (e) { /* id is only for lookup here */ } made[id] = canvas; }
-    if (width !== null) canvas.width = Number(width);
-    if (height !== null) canvas.height = Number(height);
-    // The inline style gives the element the font-size its context's relative fonts refer to.
-    var style = attribute(tag, "style");
-    if (style !== null) canvas.setAttribute("style", style);
-    try { if (doc.body && doc.body.appendChild) doc.body.appendChild(canvas); } catch (e) { /* detached is fine */ }
-    return canvas;
+
+  function attributesOf(text) {
+    var list = [], m, re = /([^\s"'>\/=]+)(?:\s*=\s*(?:"([^"]*)"|'([^']*)'|([^\s"'>]+)))?/g;
+    while ((m = re.exec(text))) {
+      var value = m[2] !== undefined ? m[2] : m[3] !== undefined ? m[3] : m[4] !== undefined ? m[4] : "";
+      list.push([m[1].toLowerCase(), decodeEntities(value)]);
+    }
+    return list;
   }
 
+  function makeElement(name, attributes) {
+    var element;
+    try { element = global.document.createElement(name); } catch (e) { return null; }
+    for (var i = 0; i < attributes.length; i++) {
+      var attr = attributes[i];
+      if (typeof element.setAttribute === "function") {
+        try { element.setAttribute(attr[0], attr[1]); } catch (e) { /* an odd name: left out */ }
+      } else if (attr[0] === "width" || attr[0] === "height") {
+        element[attr[0]] = Number(attr[1]); // a library canvas without attributes
+      }
+      if (attr[0] === "id") made[attr[1]] = element;
+    }
+    return element;
+  }
+
+  function buildPage(html) {
+    var doc = global.document;
+    var root = doc.body || null;
+    // Open elements: {name, element}; element is null where it could not be made.
+    var open = [{ name: "body", element: root }];
+    var nearest = function () {
+      for (var k = open.length - 1; k >= 0; k--) if (open[k].element) return open[k].element;
+      return null;
+    };
+    var close = function (name) {
+      for (var k = open.length - 1; k > 0; k--) {
+        if (open[k].name === name) { open.length = k; return; }
+      }
+    };
+    var tag = /<!--[\s\S]*?-->|<!\w[^>]*>|<(\/?)([a-zA-Z][a-zA-Z0-9-]*)((?:[^>"']|"[^"]*"|'[^']*')*)>/g;
+    var m;
+    while ((m = tag.exec(html))) {
+      if (!m[2]) continue; // a comment or a doctype
+      var name = m[2].toLowerCase();
+      if (m[1]) { close(name); continue; }
+      if (RAW_TEXT.test(name)) {
+        var end = html.toLowerCase().indexOf("</" + name, tag.lastIndex);
+        tag.lastIndex = end < 0 ? html.length : end;
+        continue;
+      }
+      if (LEFT_OUT.test(name)) continue;
+      if (CLOSES_P.test(name) && open.length > 1 && open[open.length - 1].name === "p") open.length -= 1;
+      var element = makeElement(name, attributesOf(m[3].replace(/\/\s*$/, "")));
+      var parent = nearest();
+      if (element && parent && typeof parent.appendChild === "function") {
+        try { parent.appendChild(element); } catch (e) { /* detached is fine */ }
+      }
+      if (!VOID_ELEMENTS.test(name) && !/\/\s*$/.test(m[3])) open.push({ name: name, element: element });
+    }
+  }
+
+  // Where the document cannot find what it made (Node's stand-in), ids are looked up here.
   function installLookup() {
     var doc = global.document;
     var original = doc.getElementById;
+    var missing = false;
+    for (var id in made) {
+      if (!original || original.call(doc, id) !== made[id]) missing = true;
+    }
+    if (!missing) return;
     var lookup = function (id) {
       if (Object.prototype.hasOwnProperty.call(made, id)) return made[id];
       return original ? original.call(doc, id) : null;
@@ -449,9 +514,8 @@
       }
       var reason = skipReason(html, scripts);
       if (reason) return "SKIP\t" + reason + "\n";
+      buildPage(html);
       installLookup();
-      var canvasTag = /<canvas\b[^>]*>/gi;
-      while ((m = canvasTag.exec(html))) makeCanvas(decodeEntities(m[0]));
       var errors = [];
       for (var i = 0; i < scripts.length; i++) {
         try { indirectEval(scripts[i]); } catch (e) { errors.push(errorText(e)); }

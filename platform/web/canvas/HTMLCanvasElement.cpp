@@ -18,7 +18,10 @@ std::shared_ptr<HTMLCanvasElement> HTMLCanvasElement::create()
     return std::make_shared<HTMLCanvasElement>(Token{});
 }
 
-HTMLCanvasElement::HTMLCanvasElement(Token) {}
+HTMLCanvasElement::HTMLCanvasElement(Token)
+    : Element("canvas")
+{
+}
 
 HTMLCanvasElement::~HTMLCanvasElement()
 {

@@ -2,6 +2,7 @@
 
 #include "platform/web/canvas/CanvasImageSource.h"
 #include "platform/web/canvas/PredefinedColorSpace.h"
+#include "platform/web/dom/Element.h"
 
 #include <cairo.h>
 
@@ -19,9 +20,12 @@ struct CanvasRenderingContext2DSettings {
     bool willReadFrequently = false;
 };
 
-// An off-screen canvas element: a bitmap of width x height pixels and, once asked for, its 2D
-// context. Always held by std::shared_ptr (create()); the context lives inside the element.
-class HTMLCanvasElement final : public CanvasImageSource, public std::enable_shared_from_this<HTMLCanvasElement> {
+// A canvas element: a bitmap of width x height pixels and, once asked for, its 2D context. As an
+// element it can stand in a document, whose style gives its currentColor and relative fonts.
+// Always held by std::shared_ptr (create()); the context lives inside the element.
+class HTMLCanvasElement final : public Element,
+                                public CanvasImageSource,
+                                public std::enable_shared_from_this<HTMLCanvasElement> {
     struct Token {};
 
 public:

@@ -10,8 +10,16 @@ class Realm;
 
 extern InterfaceDefinition domExceptionInterface;
 extern InterfaceDefinition documentInterface;
+extern InterfaceDefinition nodeInterface;
+extern InterfaceDefinition elementInterface;
 extern InterfaceDefinition htmlElementInterface;
 extern InterfaceDefinition htmlCanvasElementInterface;
+extern InterfaceDefinition htmlImageElementInterface;
+extern InterfaceDefinition htmlMediaElementInterface;
+extern InterfaceDefinition htmlVideoElementInterface;
+extern InterfaceDefinition svgElementInterface;
+extern InterfaceDefinition svgImageElementInterface;
+extern InterfaceDefinition cssStyleDeclarationInterface;
 extern InterfaceDefinition canvasRenderingContext2DInterface;
 extern InterfaceDefinition canvasGradientInterface;
 extern InterfaceDefinition canvasPatternInterface;

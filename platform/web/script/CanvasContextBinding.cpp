@@ -6,6 +6,7 @@
 #include "platform/web/canvas/HTMLCanvasElement.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/CanvasPathBinding.h"
+#include "platform/web/script/ElementBindings.h"
 #include "platform/web/script/GeometryConversions.h"
 #include "platform/web/script/Realm.h"
 
@@ -52,8 +53,7 @@ JSValueRef canvasOf(Call& call, Context& context)
     JSValueRef linked = call.realm().hidden(call.thisObject(), "canvas");
     if (JSValueIsObject(call.ctx(), linked))
         return linked;
-    HTMLCanvasElement& canvas = context.canvas();
-    return call.realm().wrapCached(htmlCanvasElementInterface, canvas.shared_from_this(), &canvas);
+    return wrapElement(call.realm(), context.canvas().shared_from_this());
 }
 
 // A number attribute: unrestricted double in, the context decides what it keeps.

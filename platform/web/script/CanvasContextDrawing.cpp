@@ -1,9 +1,11 @@
+#include "platform/web/canvas/CanvasFocusRing.h"
 #include "platform/web/canvas/CanvasRenderingContext2D.h"
 #include "platform/web/canvas/HTMLCanvasElement.h"
 #include "platform/web/canvas/ImageData.h"
 #include "platform/web/canvas/Path2D.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/CanvasContextBinding.h"
+#include "platform/web/script/ElementBindings.h"
 #include "platform/web/script/Realm.h"
 
 namespace script {
@@ -79,11 +81,11 @@ Path2D* asPath(const Call& call, std::size_t index)
 
 CanvasImageSource& toImageSource(const Call& call, std::size_t index)
 {
-    HTMLCanvasElement* canvas = call.unwrap<HTMLCanvasElement>(call.arg(index), htmlCanvasElementInterface);
-    if (!canvas)
+    CanvasImageSource* image = imageSourceOf(call, call.arg(index));
+    if (!image)
         call.throwTypeError("The provided value is not of type '(CSSImageValue or HTMLCanvasElement or HTMLImageElement or "
                             "HTMLVideoElement or ImageBitmap or OffscreenCanvas or SVGImageElement or VideoFrame)'.");
-    return *canvas;
+    return *image;
 }
 
 std::vector<Member> contextDrawingMembers()
@@ -139,14 +141,15 @@ std::vector<Member> contextDrawingMembers()
             auto [x, y] = call.numbers<2>(1);
             return c.isPointInStroke(path, x, y);
         }),
-        // CanvasUserInterface: no focus ring and nothing to scroll off screen.
-        operation<I, "drawFocusIfNeeded", 1>([](Call& call, Context&) {
-            std::size_t element = call.count() >= 2 ? 1 : 0;
-            if (element == 1)
-                requirePath(call, 0, "drawFocusIfNeeded");
-            if (!call.unwrap<void>(call.arg(element), htmlElementInterface))
+        // CanvasUserInterface: a focus ring for focused fallback content; nothing to scroll.
+        operation<I, "drawFocusIfNeeded", 1>([](Call& call, Context& c) {
+            std::size_t index = call.count() >= 2 ? 1 : 0;
+            const Path2D* path = index == 1 ? &requirePath(call, 0, "drawFocusIfNeeded") : nullptr;
+            auto element = elementOf(call, call.arg(index));
+            if (!element)
                 call.throwTypeError("Failed to execute 'drawFocusIfNeeded' on 'CanvasRenderingContext2D': parameter "
-                                    + std::to_string(element + 1) + " is not of type 'Element'.");
+                                    + std::to_string(index + 1) + " is not of type 'Element'.");
+            drawFocusIfNeeded(c, *element, path);
         }),
         // CanvasText
         operation<I, "fillText", 3>([](Call& call, Context& c) {

@@ -1,5 +1,6 @@
 #include "platform/core/UIScreen.h"
 #include "platform/web/script/Bindings.h"
+#include "platform/web/script/ElementBindings.h"
 #include "platform/web/script/Realm.h"
 #include "platform/web/script/RealmIsolation.h"
 
@@ -57,6 +58,8 @@ void installWindowMembers(Realm& realm)
     realm.defineAccessor(global, makeString(ctx, "devicePixelRatio"),
                          function(ctx, "get devicePixelRatio", getDevicePixelRatio),
                          function(ctx, "set devicePixelRatio", replace<"devicePixelRatio">), true, true);
+    installGetComputedStyle(realm);
+    installImageConstructor(realm);
 }
 
 } // namespace script

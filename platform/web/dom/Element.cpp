@@ -1,0 +1,211 @@
+#include "platform/web/dom/Element.h"
+
+#include "platform/web/dom/ComputedStyle.h"
+#include "platform/web/dom/Document.h"
+
+#include <algorithm>
+#include <cctype>
+
+Element::Element(std::string localName, std::string namespaceURI)
+    : localName_(std::move(localName))
+    , namespaceURI_(std::move(namespaceURI))
+{
+}
+
+Element::~Element()
+{
+    // Children that scripts still hold outlive their parent as roots of their own. The others go
+    // with it, one level at a time rather than by recursion: a script can nest elements as deep
+    // as it likes.
+    std::vector<std::shared_ptr<Element>> pending = std::move(children_);
+    while (!pending.empty()) {
+        std::shared_ptr<Element> child = std::move(pending.back());
+        pending.pop_back();
+        child->parent_.reset();
+        if (child.use_count() == 1) {
+            for (auto& grandchild : child->children_)
+                pending.push_back(std::move(grandchild));
+            child->children_.clear();
+        }
+    }
+}
+
+std::string Element::tagName() const
+{
+    std::string name = localName_;
+    if (isHTML())
+        std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::toupper(c); });
+    return name;
+}
+
+const std::string* Element::attribute(std::string_view name) const
+{
+    for (const Attribute& attribute : attributes_)
+        if (attribute.name == name)
+            return &attribute.value;
+    return nullptr;
+}
+
+void Element::setAttribute(std::string_view name, std::string value)
+{
+    if (name == "style")
+        style_.parse(value);
+    for (Attribute& attribute : attributes_) {
+        if (attribute.name == name) {
+            attribute.value = std::move(value);
+            return;
+        }
+    }
+    attributes_.push_back({std::string(name), std::move(value)});
+}
+
+bool Element::removeAttribute(std::string_view name)
+{
+    auto it = std::find_if(attributes_.begin(), attributes_.end(), [&](const Attribute& a) { return a.name == name; });
+    if (it == attributes_.end())
+        return false;
+    attributes_.erase(it);
+    if (name == "style")
+        style_.parse("");
+    return true;
+}
+
+std::string Element::id() const
+{
+    const std::string* value = attribute("id");
+    return value ? *value : std::string();
+}
+
+ExceptionOr<void> Element::insertBefore(const std::shared_ptr<Element>& parent, std::shared_ptr<Element> child,
+                                        const Element* reference)
+{
+    if (!parent || !child)
+        return DOMException{"TypeError", "The node to be inserted is null."};
+    if (child->contains(*parent))
+        return DOMException{"HierarchyRequestError", "The new child element contains the parent."};
+    if (reference == child.get())
+        return {};
+    if (reference && reference->parent_.lock() != parent)
+        return DOMException{"NotFoundError", "The node before which the new node is to be inserted is not a child of this node."};
+    child->remove();
+    auto& siblings = parent->children_;
+    auto at = std::find_if(siblings.begin(), siblings.end(), [&](const auto& c) { return c.get() == reference; });
+    child->parent_ = parent;
+    siblings.insert(at, std::move(child));
+    return {};
+}
+
+ExceptionOr<void> Element::removeChild(Element& child)
+{
+    if (child.parent_.lock().get() != this)
+        return DOMException{"NotFoundError", "The node to be removed is not a child of this node."};
+    child.remove();
+    return {};
+}
+
+void Element::remove()
+{
+    auto parent = parent_.lock();
+    if (!parent)
+        return;
+    if (Document* document = this->document())
+        document->subtreeRemoved(*this);
+    // Keeps this element alive while the parent lets go of it.
+    auto& siblings = parent->children_;
+    auto it = std::find_if(siblings.begin(), siblings.end(), [&](const auto& c) { return c.get() == this; });
+    std::shared_ptr<Element> self = *it;
+    siblings.erase(it);
+    parent_.reset();
+}
+
+bool Element::contains(const Element& other) const
+{
+    if (&other == this)
+        return true;
+    for (auto ancestor = other.parent_.lock(); ancestor; ancestor = ancestor->parent_.lock())
+        if (ancestor.get() == this)
+            return true;
+    return false;
+}
+
+const Element& Element::root() const
+{
+    const Element* top = this;
+    while (auto parent = top->parent_.lock())
+        top = parent.get();
+    return *top;
+}
+
+Document* Element::document() const { return root().ownerOfTree_; }
+
+bool Element::setStyleProperty(std::string_view name, std::string_view value)
+{
+    if (!style_.setProperty(name, value))
+        return false;
+    setStyleAttributeFromDeclarations();
+    return true;
+}
+
+std::string Element::removeStyleProperty(std::string_view name)
+{
+    std::string old = style_.removeProperty(name);
+    if (!old.empty())
+        setStyleAttributeFromDeclarations();
+    return old;
+}
+
+void Element::setStyleText(std::string_view text) { setAttribute("style", std::string(text)); }
+
+void Element::setStyleAttributeFromDeclarations()
+{
+    std::string text = style_.cssText();
+    for (Attribute& attribute : attributes_) {
+        if (attribute.name == "style") {
+            attribute.value = std::move(text);
+            return;
+        }
+    }
+    attributes_.push_back({"style", std::move(text)});
+}
+
+ComputedStyle Element::computedStyle() const { return computeStyle(*this); }
+
+CSSColor Element::currentColor() const
+{
+    if (!isConnected())
+        return CSSColor{0, 0, 0, 255};
+    return computedStyle().color;
+}
+
+std::optional<ElementFontBasis> Element::fontBasis() const
+{
+    Document* document = this->document();
+    if (!document)
+        return {};
+    ComputedStyle style = computedStyle();
+    ComputedStyle rootStyle = document->documentElement()->computedStyle();
+    return ElementFontBasis{style.fontSize, style.lineHeightPixels(), rootStyle.fontSize, rootStyle.lineHeightPixels(),
+                            splitFontFamilies(style.fontFamily)};
+}
+
+bool Element::isFocusable() const
+{
+    if (!isConnected())
+        return false;
+    if (const std::string* tabIndex = attribute("tabindex")) {
+        std::string_view text = *tabIndex;
+        std::size_t i = text.find_first_not_of(" \t\n\f\r");
+        if (i != std::string_view::npos && (text[i] == '-' || text[i] == '+'))
+            ++i;
+        if (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])))
+            return true;
+    }
+    if (!isHTML())
+        return false;
+    if ((localName_ == "a" || localName_ == "area") && attribute("href"))
+        return true;
+    if (localName_ == "button" || localName_ == "select" || localName_ == "textarea"
+        || (localName_ == "input" && !(attribute("type") && *attribute("type") == "hidden")))
+        return !attribute("disabled");
+    return localName_ == "iframe" || localName_ == "summary";
+}

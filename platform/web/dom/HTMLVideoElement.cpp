@@ -1,0 +1,6 @@
+#include "platform/web/dom/HTMLVideoElement.h"
+
+HTMLVideoElement::HTMLVideoElement()
+    : Element("video")
+{
+}

@@ -1,0 +1,101 @@
+#include "platform/web/canvas/CanvasRenderingContext2D.h"
+#include "platform/web/canvas/HTMLCanvasElement.h"
+#include "platform/web/script/Bindings.h"
+#include "platform/web/script/Realm.h"
+
+namespace script {
+
+namespace {
+
+CanvasRenderingContext2DSettings contextSettings(Call& call, JSValueRef options)
+{
+    CanvasRenderingContext2DSettings settings;
+    JSContextRef ctx = call.ctx();
+    // getContext's options are `any`: what is not an object (getContext('2d', false), a
+    // symbol...) leaves the defaults, as browsers do, rather than failing the call.
+    if (!JSValueIsObject(ctx, options))
+        return settings;
+    auto dictionary = const_cast<JSObjectRef>(options);
+    JSValueRef alpha = getProperty(ctx, dictionary, "alpha");
+    if (!JSValueIsUndefined(ctx, alpha))
+        settings.alpha = call.toBoolean(alpha);
+    JSValueRef colorSpace = getProperty(ctx, dictionary, "colorSpace");
+    if (!JSValueIsUndefined(ctx, colorSpace)) {
+        std::string text = call.toString(colorSpace);
+        auto space = parsePredefinedColorSpace(text);
+        if (!space)
+            call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type PredefinedColorSpace.");
+        settings.colorSpace = *space;
+    }
+    JSValueRef desynchronized = getProperty(ctx, dictionary, "desynchronized");
+    if (!JSValueIsUndefined(ctx, desynchronized))
+        settings.desynchronized = call.toBoolean(desynchronized);
+    JSValueRef willReadFrequently = getProperty(ctx, dictionary, "willReadFrequently");
+    if (!JSValueIsUndefined(ctx, willReadFrequently))
+        settings.willReadFrequently = call.toBoolean(willReadFrequently);
+    return settings;
+}
+
+void reportBitmapCost(Call& call, const HTMLCanvasElement& canvas)
+{
+    // The collector does not see the bitmap's memory; tell it, so that garbage canvases go.
+    if (canvas.hasBitmap())
+        JSReportExtraMemoryCost(call.ctx(), std::size_t(canvas.width()) * canvas.height() * 4);
+}
+
+JSValueRef getContext(Call& call, HTMLCanvasElement& canvas)
+{
+    std::string contextId = call.string(0);
+    if (contextId != "2d")
+        return call.null();
+    bool made = !canvas.context2d();
+    // An existing context is returned as it is: its options are not even read again.
+    CanvasRenderingContext2DSettings settings = made ? contextSettings(call, call.arg(1)) : CanvasRenderingContext2DSettings{};
+    CanvasRenderingContext2D* context = canvas.getContext2d(settings);
+    if (!context)
+        return call.null();
+    Realm& realm = call.realm();
+    std::shared_ptr<CanvasRenderingContext2D> shared(canvas.shared_from_this(), context);
+    JSObjectRef wrapper = realm.wrapCached(canvasRenderingContext2DInterface, shared, context);
+    if (made)
+        reportBitmapCost(call, canvas);
+    // Each keeps the other's wrapper: ctx.canvas and getContext give the same objects for as
+    // long as either is reachable.
+    realm.setHidden(wrapper, "canvas", call.thisObject());
+    realm.setHidden(call.thisObject(), "context", wrapper);
+    return wrapper;
+}
+
+void setCanvasSize(Call& call, HTMLCanvasElement& canvas, JSValueRef value, bool width)
+{
+    std::uint32_t size = call.toUnsignedLong(value);
+    width ? canvas.setWidth(size) : canvas.setHeight(size);
+    unsigned now = width ? canvas.width() : canvas.height();
+    canvas.setAttribute(width ? "width" : "height", std::to_string(now));
+    reportBitmapCost(call, canvas);
+}
+
+} // namespace
+
+InterfaceDefinition htmlCanvasElementInterface = {
+    .name = "HTMLCanvasElement",
+    .parent = &htmlElementInterface,
+    .members = {
+        attribute<htmlCanvasElementInterface, "width">(
+            [](Call&, HTMLCanvasElement& canvas) { return canvas.width(); },
+            [](Call& call, HTMLCanvasElement& canvas, JSValueRef value) { setCanvasSize(call, canvas, value, true); }),
+        attribute<htmlCanvasElementInterface, "height">(
+            [](Call&, HTMLCanvasElement& canvas) { return canvas.height(); },
+            [](Call& call, HTMLCanvasElement& canvas, JSValueRef value) { setCanvasSize(call, canvas, value, false); }),
+        operation<htmlCanvasElementInterface, "getContext", 1>([](Call& call, HTMLCanvasElement& canvas) { return getContext(call, canvas); }),
+        operation<htmlCanvasElementInterface, "toDataURL", 0>([](Call& call, HTMLCanvasElement& canvas) {
+            std::string type = call.has(0) ? call.string(0) : std::string("image/png");
+            std::optional<double> quality;
+            if (JSValueIsNumber(call.ctx(), call.arg(1)))
+                quality = call.number(1);
+            return canvas.toDataURL(type, quality);
+        }),
+    },
+};
+
+} // namespace script
