@@ -1,9 +1,12 @@
 #include "platform/web/canvas/CanvasRenderingContext2D.h"
 
+#include "platform/web/canvas/Float16.h"
 #include "platform/web/canvas/PixelConversion.h"
+#include "platform/web/canvas/RGBSpaceConversion.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <cmath>
 #include <cstdlib>
 
 namespace {
@@ -11,20 +14,61 @@ namespace {
 DOMException zeroSize() { return DOMException{"IndexSizeError", "The source width and height must be non-zero."}; }
 DOMException tooLarge() { return DOMException{"RangeError", "Out of memory at ImageData creation."}; }
 
+// Image data of a context: in the canvas's colour space unless the script asked for another.
+ImageDataSettings withDefaultSpace(ImageDataSettings settings, PredefinedColorSpace canvasSpace)
+{
+    if (!settings.colorSpace)
+        settings.colorSpace = canvasSpace;
+    return settings;
+}
+
+// One canvas pixel into image data at `index` (in pixels), converted to its space and format.
+void storePixel(std::uint32_t pixel, bool opaque, const RGBSpaceConversion& conversion, ImageData& target, std::size_t index)
+{
+    std::uint8_t rgba[4];
+    pixelToRGBA(pixel, opaque, rgba);
+    if (target.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8) {
+        conversion.convertBytesInPlace(rgba);
+        std::copy_n(rgba, 4, target.data() + index * 4);
+        return;
+    }
+    auto rgb = conversion.convertBytes(rgba[0], rgba[1], rgba[2]);
+    std::uint16_t* out = target.halves() + index * 4;
+    for (int i = 0; i < 3; ++i)
+        out[i] = floatToHalf(rgb[i]);
+    out[3] = floatToHalf(rgba[3] / 255.0f);
+}
+
+// A pixel of image data at `index` as a canvas pixel, converted to the canvas's space.
+std::uint32_t loadPixel(const ImageData& source, std::size_t index, const RGBSpaceConversion& conversion)
+{
+    std::uint8_t rgba[4];
+    if (source.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8) {
+        std::copy_n(source.data() + index * 4, 4, rgba);
+        conversion.convertBytesInPlace(rgba);
+        return rgbaToPixel(rgba);
+    }
+    const std::uint16_t* in = source.halves() + index * 4;
+    auto rgb = conversion.convert(halfToFloat(in[0]), halfToFloat(in[1]), halfToFloat(in[2]));
+    auto byte = [](float v) { return std::uint8_t(std::lround(std::clamp(std::isnan(v) ? 0.0f : v, 0.0f, 1.0f) * 255)); };
+    rgba[0] = byte(rgb[0]), rgba[1] = byte(rgb[1]), rgba[2] = byte(rgb[2]), rgba[3] = byte(halfToFloat(in[3]));
+    return rgbaToPixel(rgba);
+}
+
 } // namespace
 
 ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::createImageData(int sw, int sh, const ImageDataSettings& settings)
 {
     if (sw == 0 || sh == 0)
         return zeroSize();
-    if (!ImageData::fits(std::llabs(sw), std::llabs(sh)))
+    if (!ImageData::fits(std::llabs(sw), std::llabs(sh), settings.pixelFormat))
         return tooLarge();
-    return ImageData::create(unsigned(std::llabs(sw)), unsigned(std::llabs(sh)), settings);
+    return ImageData::create(unsigned(std::llabs(sw)), unsigned(std::llabs(sh)), withDefaultSpace(settings, settings_.colorSpace));
 }
 
 ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::createImageData(const ImageData& imageData)
 {
-    return ImageData::create(imageData.width(), imageData.height(), ImageDataSettings{imageData.colorSpace()});
+    return ImageData::create(imageData.width(), imageData.height(), ImageDataSettings{imageData.colorSpace(), imageData.pixelFormat()});
 }
 
 ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::getImageData(int sx, int sy, int sw, int sh,
@@ -37,9 +81,9 @@ ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::getImageData(i
         x += width, width = -width;
     if (height < 0)
         y += height, height = -height;
-    if (!ImageData::fits(width, height))
+    if (!ImageData::fits(width, height, settings.pixelFormat))
         return tooLarge();
-    auto result = ImageData::create(unsigned(width), unsigned(height), settings);
+    auto result = ImageData::create(unsigned(width), unsigned(height), withDefaultSpace(settings, settings_.colorSpace));
     if (result.isException())
         return result;
     ImageData& imageData = *result.value();
@@ -55,11 +99,19 @@ ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::getImageData(i
     // Only the part inside the canvas is read; the rest stays transparent black.
     long long left = std::max(x, 0LL), right = std::min(x + width, canvasWidth);
     long long top = std::max(y, 0LL), bottom = std::min(y + height, canvasHeight);
+    RGBSpaceConversion conversion(settings_.colorSpace, imageData.colorSpace());
+    bool plain = conversion.isIdentity() && imageData.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8;
     for (long long row = top; row < bottom; ++row) {
         auto* source = reinterpret_cast<const std::uint32_t*>(pixels + row * stride);
-        std::uint8_t* out = imageData.data() + ((row - y) * width + (left - x)) * 4;
-        for (long long column = left; column < right; ++column, out += 4)
-            pixelToRGBA(source[column], opaque, out);
+        std::size_t index = std::size_t((row - y) * width + (left - x));
+        if (plain) {
+            std::uint8_t* out = imageData.data() + index * 4;
+            for (long long column = left; column < right; ++column, out += 4)
+                pixelToRGBA(source[column], opaque, out);
+            continue;
+        }
+        for (long long column = left; column < right; ++column, ++index)
+            storePixel(source[column], opaque, conversion, imageData, index);
     }
     return result;
 }
@@ -98,11 +150,19 @@ void CanvasRenderingContext2D::putImageData(const ImageData& imageData, int dx, 
     // The dirty rectangle in canvas pixels, cut to the canvas.
     long long left = std::max(dx + x, 0LL), right = std::min(dx + x + width, canvasWidth);
     long long top = std::max(dy + y, 0LL), bottom = std::min(dy + y + height, canvasHeight);
+    RGBSpaceConversion conversion(imageData.colorSpace(), settings_.colorSpace);
+    bool plain = conversion.isIdentity() && imageData.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8;
     for (long long row = top; row < bottom; ++row) {
         auto* target = reinterpret_cast<std::uint32_t*>(pixels + row * stride);
-        const std::uint8_t* in = imageData.data() + ((row - dy) * dataWidth + (left - dx)) * 4;
-        for (long long column = left; column < right; ++column, in += 4)
-            target[column] = rgbaToPixel(in);
+        std::size_t index = std::size_t((row - dy) * dataWidth + (left - dx));
+        if (plain) {
+            const std::uint8_t* in = imageData.data() + index * 4;
+            for (long long column = left; column < right; ++column, in += 4)
+                target[column] = rgbaToPixel(in);
+            continue;
+        }
+        for (long long column = left; column < right; ++column, ++index)
+            target[column] = loadPixel(imageData, index, conversion);
     }
     cairo_surface_mark_dirty(bitmap);
 }

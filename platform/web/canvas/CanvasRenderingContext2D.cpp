@@ -86,5 +86,7 @@ void CanvasRenderingContext2D::paint(const CanvasShape& shape, const CanvasPaint
     cairo_t* cr = cairo();
     if (!cr)
         return;
-    CanvasPainter(cr, state_, CanvasDeviceRect{0, 0, int(canvas_.width()), int(canvas_.height())}).paint(shape, source);
+    CanvasPainter(cr, state_, CanvasDeviceRect{0, 0, int(canvas_.width()), int(canvas_.height())},
+                  toCSSColorSpace(settings_.colorSpace))
+        .paint(shape, source);
 }

@@ -2,8 +2,9 @@
 
 #include <new>
 
-ImageData::ImageData(std::shared_ptr<std::uint8_t> data, unsigned width, unsigned height, PredefinedColorSpace colorSpace)
-    : data_(std::move(data)), width_(width), height_(height), colorSpace_(colorSpace)
+ImageData::ImageData(std::shared_ptr<std::uint8_t> data, unsigned width, unsigned height, PredefinedColorSpace colorSpace,
+                     ImageDataPixelFormat pixelFormat)
+    : data_(std::move(data)), width_(width), height_(height), colorSpace_(colorSpace), pixelFormat_(pixelFormat)
 {
 }
 
@@ -11,14 +12,15 @@ ExceptionOr<std::shared_ptr<ImageData>> ImageData::create(unsigned sw, unsigned 
 {
     if (sw == 0 || sh == 0)
         return DOMException{"IndexSizeError", "The source width and height must be non-zero."};
-    if (!fits(sw, sh))
+    if (!fits(sw, sh, settings.pixelFormat))
         return DOMException{"IndexSizeError", "The requested image size exceeds the supported range."};
-    std::size_t bytes = std::size_t(sw) * sh * 4;
+    std::size_t bytes = std::size_t(sw) * sh * bytesPerPixel(settings.pixelFormat);
     auto* storage = new (std::nothrow) std::uint8_t[bytes]();
     if (!storage)
         return DOMException{"RangeError", "Out of memory at ImageData creation."};
     std::shared_ptr<std::uint8_t> data(storage, std::default_delete<std::uint8_t[]>());
-    return std::make_shared<ImageData>(std::move(data), sw, sh, settings.colorSpace);
+    return std::make_shared<ImageData>(std::move(data), sw, sh, settings.colorSpace.value_or(PredefinedColorSpace::Srgb),
+                                       settings.pixelFormat);
 }
 
 ExceptionOr<std::shared_ptr<ImageData>> ImageData::create(std::uint8_t* data, std::size_t length, unsigned sw,
@@ -36,5 +38,6 @@ ExceptionOr<std::shared_ptr<ImageData>> ImageData::create(std::uint8_t* data, st
     if (height > 0xffffffffu)
         return DOMException{"RangeError", "The ImageData is too large."};
     std::shared_ptr<std::uint8_t> aliased(std::move(keepAlive), data);
-    return std::make_shared<ImageData>(std::move(aliased), sw, unsigned(height), settings.colorSpace);
+    return std::make_shared<ImageData>(std::move(aliased), sw, unsigned(height),
+                                       settings.colorSpace.value_or(PredefinedColorSpace::Srgb), settings.pixelFormat);
 }

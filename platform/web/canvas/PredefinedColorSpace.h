@@ -1,10 +1,17 @@
 #pragma once
 
+#include "platform/web/css/CSSColorSpace.h"
+
 #include <optional>
 #include <string_view>
 
-// Only sRGB is drawn; "display-p3" is accepted and reported back, as the dictionaries allow.
+// The colour spaces a canvas and its image data can be in.
 enum class PredefinedColorSpace { Srgb, DisplayP3 };
+
+inline CSSColorSpace toCSSColorSpace(PredefinedColorSpace space)
+{
+    return space == PredefinedColorSpace::DisplayP3 ? CSSColorSpace::DisplayP3 : CSSColorSpace::SRGB;
+}
 
 inline std::optional<PredefinedColorSpace> parsePredefinedColorSpace(std::string_view text)
 {

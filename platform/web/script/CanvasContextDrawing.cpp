@@ -5,6 +5,7 @@
 #include "platform/web/canvas/Path2D.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/CanvasContextBinding.h"
+#include "platform/web/script/ImageDataBinding.h"
 #include "platform/web/script/ElementBindings.h"
 #include "platform/web/script/Realm.h"
 
@@ -42,22 +43,7 @@ const ImageData& requireImageData(const Call& call, std::size_t index, const cha
 
 ImageDataSettings imageDataSettings(const Call& call, std::size_t index)
 {
-    ImageDataSettings settings;
-    JSContextRef ctx = call.ctx();
-    JSValueRef value = call.arg(index);
-    if (JSValueIsUndefined(ctx, value) || JSValueIsNull(ctx, value))
-        return settings;
-    if (!JSValueIsObject(ctx, value))
-        call.throwTypeError("The provided value is not of type 'ImageDataSettings'.");
-    JSValueRef colorSpace = getProperty(ctx, const_cast<JSObjectRef>(value), "colorSpace");
-    if (!JSValueIsUndefined(ctx, colorSpace)) {
-        std::string text = call.toString(colorSpace);
-        auto space = parsePredefinedColorSpace(text);
-        if (!space)
-            call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type PredefinedColorSpace.");
-        settings.colorSpace = *space;
-    }
-    return settings;
+    return toImageDataSettings(call, call.arg(index));
 }
 
 JSValueRef wrapImageData(Call& call, std::shared_ptr<ImageData> data)

@@ -1,3 +1,5 @@
+#include "platform/web/script/ImageDataBinding.h"
+
 #include "platform/web/canvas/ImageData.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/Realm.h"
@@ -6,43 +8,87 @@
 
 namespace script {
 
-namespace {
-
-ImageDataSettings settingsArgument(const Call& call, std::size_t index)
+ImageDataSettings toImageDataSettings(const Call& call, JSValueRef value)
 {
     ImageDataSettings settings;
     JSContextRef ctx = call.ctx();
-    JSValueRef value = call.arg(index);
     if (JSValueIsUndefined(ctx, value) || JSValueIsNull(ctx, value))
         return settings;
     if (!JSValueIsObject(ctx, value))
-        call.throwTypeError("Failed to construct 'ImageData': The provided value is not of type 'ImageDataSettings'.");
-    JSValueRef colorSpace = getProperty(ctx, const_cast<JSObjectRef>(value), "colorSpace");
-    if (!JSValueIsUndefined(ctx, colorSpace)) {
-        std::string text = call.toString(colorSpace);
-        auto space = parsePredefinedColorSpace(text);
-        if (!space)
-            call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type PredefinedColorSpace.");
-        settings.colorSpace = *space;
-    }
+        call.throwTypeError("The provided value is not of type 'ImageDataSettings'.");
+    auto dictionary = const_cast<JSObjectRef>(value);
+    // Members in the order WebIDL reads them.
+    auto enumeration = [&](JSValueRef member, auto parse, const char* type) {
+        std::string text = call.toString(member);
+        auto parsed = parse(text);
+        if (!parsed)
+            call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type " + type + ".");
+        return *parsed;
+    };
+    JSValueRef colorSpace = getProperty(ctx, dictionary, "colorSpace");
+    if (!JSValueIsUndefined(ctx, colorSpace))
+        settings.colorSpace = enumeration(colorSpace, parsePredefinedColorSpace, "PredefinedColorSpace");
+    JSValueRef pixelFormat = getProperty(ctx, dictionary, "pixelFormat");
+    if (!JSValueIsUndefined(ctx, pixelFormat))
+        settings.pixelFormat = enumeration(pixelFormat, parseImageDataPixelFormat, "ImageDataPixelFormat");
     return settings;
 }
 
-bool isUint8ClampedArray(const Call& call, JSValueRef value)
+namespace {
+
+// The storage of a typed array an ImageData may wrap: a Uint8ClampedArray, or a Float16Array
+// (which the C API does not know, so the engine's own getters tell and measure it).
+struct ArrayStorage {
+    ImageDataPixelFormat format;
+    JSObjectRef buffer;
+    std::size_t byteOffset;
+    std::size_t byteLength;
+};
+
+JSValueRef callIntrinsic(const Call& call, const char* name, JSValueRef self)
 {
-    return JSValueGetTypedArrayType(call.ctx(), value, nullptr) == kJSTypedArrayTypeUint8ClampedArray;
+    JSContextRef ctx = call.ctx();
+    JSValueRef function = getProperty(ctx, call.realm().intrinsics(), name);
+    if (!JSValueIsObject(ctx, function))
+        return nullptr;
+    JSValueRef exception = nullptr;
+    JSValueRef result = JSObjectCallAsFunction(ctx, toObject(ctx, function), toObject(ctx, self), 0, nullptr, &exception);
+    return exception ? nullptr : result;
+}
+
+std::optional<ArrayStorage> arrayStorage(const Call& call, JSValueRef value)
+{
+    JSContextRef ctx = call.ctx();
+    if (!JSValueIsObject(ctx, value))
+        return {};
+    auto array = const_cast<JSObjectRef>(value);
+    if (JSValueGetTypedArrayType(ctx, value, nullptr) == kJSTypedArrayTypeUint8ClampedArray) {
+        JSValueRef exception = nullptr;
+        JSObjectRef buffer = JSObjectGetTypedArrayBuffer(ctx, array, &exception);
+        rethrowIf(exception);
+        return ArrayStorage{ImageDataPixelFormat::RgbaUnorm8, buffer, JSObjectGetTypedArrayByteOffset(ctx, array, nullptr),
+                            JSObjectGetTypedArrayByteLength(ctx, array, nullptr)};
+    }
+    // The name getter throws for anything but a real typed array, proxies included.
+    JSValueRef name = callIntrinsic(call, "typedArrayName", value);
+    if (!name || !JSValueIsString(ctx, name) || call.toString(name) != "Float16Array")
+        return {};
+    JSValueRef buffer = callIntrinsic(call, "typedArrayBuffer", value);
+    JSValueRef offset = callIntrinsic(call, "typedArrayByteOffset", value);
+    JSValueRef length = callIntrinsic(call, "typedArrayByteLength", value);
+    if (!buffer || !offset || !length || !JSValueIsObject(ctx, buffer))
+        return {};
+    return ArrayStorage{ImageDataPixelFormat::RgbaFloat16, toObject(ctx, buffer), std::size_t(JSValueToNumber(ctx, offset, nullptr)),
+                        std::size_t(JSValueToNumber(ctx, length, nullptr))};
 }
 
 // new ImageData(data, sw [, sh [, settings]]) over the script's own array.
-JSObjectRef constructOverArray(Call& call)
+JSObjectRef constructOverArray(Call& call, const ArrayStorage& storage)
 {
     JSContextRef ctx = call.ctx();
-    auto array = const_cast<JSObjectRef>(call.arg(0));
     JSValueRef exception = nullptr;
-    JSObjectRef buffer = JSObjectGetTypedArrayBuffer(ctx, array, &exception);
-    rethrowIf(exception);
     JSObjectRef isResizable = toObject(ctx, getProperty(ctx, call.realm().intrinsics(), "isResizable"));
-    JSValueRef resizable = JSObjectCallAsFunction(ctx, isResizable, buffer, 0, nullptr, &exception);
+    JSValueRef resizable = JSObjectCallAsFunction(ctx, isResizable, storage.buffer, 0, nullptr, &exception);
     rethrowIf(exception);
     if (JSValueToBoolean(ctx, resizable))
         call.throwTypeError("Failed to construct 'ImageData': The provided ArrayBufferView value must not be resizable.");
@@ -50,26 +96,34 @@ JSObjectRef constructOverArray(Call& call)
     std::optional<unsigned> sh;
     if (call.has(2))
         sh = call.toUnsignedLong(call.arg(2));
-    ImageDataSettings settings = settingsArgument(call, 3);
+    ImageDataSettings settings = toImageDataSettings(call, call.arg(3));
+    if (settings.pixelFormat != storage.format)
+        call.throwException(DOMException{"InvalidStateError", "Failed to construct 'ImageData': The input data type is not "
+                                                              "compatible with the requested pixel format."});
     // Pins the buffer: it can no longer be detached or moved.
-    auto* base = static_cast<std::uint8_t*>(JSObjectGetTypedArrayBytesPtr(ctx, array, &exception));
+    auto* base = static_cast<std::uint8_t*>(JSObjectGetArrayBufferBytesPtr(ctx, storage.buffer, &exception));
     rethrowIf(exception);
-    std::size_t offset = JSObjectGetTypedArrayByteOffset(ctx, array, nullptr);
-    std::size_t length = JSObjectGetTypedArrayByteLength(ctx, array, nullptr);
+    std::size_t channels = storage.byteLength / (storage.format == ImageDataPixelFormat::RgbaFloat16 ? 2 : 1);
     // The wrapper holds the array (below), and the ImageData lives no longer than its wrapper.
-    auto data = call.check(ImageData::create(base ? base + offset : nullptr, length, sw, sh, nullptr, settings));
+    auto data = call.check(ImageData::create(base ? base + storage.byteOffset : nullptr, channels, sw, sh, nullptr, settings));
     JSObjectRef wrapper = call.realm().wrap(imageDataInterface, std::move(data));
-    call.realm().setHidden(wrapper, "data", array);
+    call.realm().setHidden(wrapper, "data", call.arg(0));
     return wrapper;
 }
 
 JSObjectRef constructImageData(Call& call)
 {
-    if (isUint8ClampedArray(call, call.arg(0)))
-        return constructOverArray(call);
+    if (auto storage = arrayStorage(call, call.arg(0)))
+        return constructOverArray(call, *storage);
+    if (JSValueGetTypedArrayType(call.ctx(), call.arg(0), nullptr) == kJSTypedArrayTypeFloat32Array) {
+        // Browsers take float arrays as image data, and no pixel format of ours matches one.
+        toImageDataSettings(call, call.arg(3));
+        call.throwException(DOMException{"InvalidStateError", "Failed to construct 'ImageData': The input data type is not "
+                                                              "compatible with the requested pixel format."});
+    }
     std::uint32_t sw = call.toUnsignedLong(call.arg(0));
     std::uint32_t sh = call.toUnsignedLong(call.arg(1));
-    ImageDataSettings settings = settingsArgument(call, 2);
+    ImageDataSettings settings = toImageDataSettings(call, call.arg(2));
     auto data = call.check(ImageData::create(sw, sh, settings));
     JSReportExtraMemoryCost(call.ctx(), data->dataLength());
     return call.realm().wrap(imageDataInterface, std::move(data));
@@ -80,17 +134,33 @@ void releaseBytes(void*, void* owner)
     delete static_cast<std::shared_ptr<std::uint8_t>*>(owner);
 }
 
-// The same Uint8ClampedArray every time, over the C++ bytes; it keeps them alive itself.
+// The same typed array every time, over the C++ storage; it keeps the storage alive itself.
 JSValueRef dataArray(Call& call, ImageData& data)
 {
     Realm& realm = call.realm();
+    JSContextRef ctx = call.ctx();
     JSValueRef cached = realm.hidden(call.thisObject(), "data");
-    if (JSValueIsObject(call.ctx(), cached))
+    if (JSValueIsObject(ctx, cached))
         return cached;
     auto* owner = new std::shared_ptr<std::uint8_t>(data.sharedData());
     JSValueRef exception = nullptr;
-    JSObjectRef array = JSObjectMakeTypedArrayWithBytesNoCopy(call.ctx(), kJSTypedArrayTypeUint8ClampedArray, data.data(),
-                                                              data.dataLength(), releaseBytes, owner, &exception);
+    JSObjectRef array = nullptr;
+    if (data.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8) {
+        array = JSObjectMakeTypedArrayWithBytesNoCopy(ctx, kJSTypedArrayTypeUint8ClampedArray, data.data(), data.dataLength(),
+                                                      releaseBytes, owner, &exception);
+    } else {
+        JSObjectRef buffer = JSObjectMakeArrayBufferWithBytesNoCopy(ctx, data.data(), data.dataLength(), releaseBytes, owner,
+                                                                    &exception);
+        owner = nullptr; // the buffer owns it now, even if the view below fails
+        JSValueRef make = getProperty(ctx, realm.intrinsics(), "makeFloat16Array");
+        if (buffer && JSValueIsObject(ctx, make)) {
+            JSValueRef argument = buffer;
+            JSValueRef view = JSObjectCallAsFunction(ctx, toObject(ctx, make), nullptr, 1, &argument, &exception);
+            array = view && JSValueIsObject(ctx, view) ? toObject(ctx, view) : nullptr;
+        } else if (buffer) {
+            call.throwTypeError("Half-float image data needs Float16Array, which this engine lacks.");
+        }
+    }
     if (!array) {
         delete owner;
         rethrowIf(exception);
@@ -110,6 +180,9 @@ InterfaceDefinition imageDataInterface = {
         readonlyAttribute<imageDataInterface, "width">([](Call&, ImageData& data) { return data.width(); }),
         readonlyAttribute<imageDataInterface, "height">([](Call&, ImageData& data) { return data.height(); }),
         readonlyAttribute<imageDataInterface, "data">([](Call& call, ImageData& data) { return dataArray(call, data); }),
+        readonlyAttribute<imageDataInterface, "pixelFormat">([](Call&, ImageData& data) {
+            return std::string(toString(data.pixelFormat()));
+        }),
         readonlyAttribute<imageDataInterface, "colorSpace">([](Call&, ImageData& data) {
             return std::string(toString(data.colorSpace()));
         }),
