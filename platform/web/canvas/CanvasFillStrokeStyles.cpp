@@ -3,6 +3,7 @@
 #include "platform/web/canvas/CanvasGradient.h"
 #include "platform/web/canvas/CanvasPattern.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -16,14 +17,27 @@ bool finite(std::initializer_list<double> values)
     return true;
 }
 
+constexpr char kCurrentColor[] = "currentcolor";
+
 DOMException nonFinite() { return DOMException{"TypeError", "The provided double value is non-finite."}; }
 
 } // namespace
 
-void CanvasRenderingContext2D::setStyle(CanvasPaintStyle& style, const CanvasStyle& value)
+std::optional<CSSColorValue> CanvasRenderingContext2D::parseColor(std::string_view text) const
+{
+    // Only a value that names it pays for the element's computed style.
+    auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; };
+    auto named = std::search(text.begin(), text.end(), std::begin(kCurrentColor), std::end(kCurrentColor) - 1,
+                             [&](char a, char b) { return lower(a) == b; });
+    if (named == text.end())
+        return parseCSSColorValue(text);
+    return parseCSSColorValue(text, CSSColorValue::fromLegacy(canvas_.currentColor()));
+}
+
+void CanvasRenderingContext2D::setStyle(CanvasPaintStyle& style, const CanvasStyle& value) const
 {
     if (auto* text = std::get_if<std::string>(&value)) {
-        if (auto color = parseCSSColorValue(*text))
+        if (auto color = parseColor(*text))
             style = CanvasPaintStyle{CanvasColor(*color), nullptr, nullptr};
     } else if (auto* gradient = std::get_if<std::shared_ptr<CanvasGradient>>(&value)) {
         if (*gradient)

@@ -200,7 +200,9 @@ private:
     bool hitTest(std::span<const cairo_path_data_t> path, bool inUserSpace, double x, double y, bool stroke, CanvasFillRule fillRule);
     void drawText(std::string_view text, double x, double y, std::optional<double> maxWidth, bool stroke);
     // Sets `style` from a CanvasStyle value, leaving it alone for text that is not a colour.
-    static void setStyle(CanvasPaintStyle& style, const CanvasStyle& value);
+    void setStyle(CanvasPaintStyle& style, const CanvasStyle& value) const;
+    // A CSS colour, currentcolor being the canvas element's colour.
+    std::optional<CSSColorValue> parseColor(std::string_view text) const;
     static CanvasStyle styleValue(const CanvasPaintStyle& style);
     std::shared_ptr<CanvasTextDrawingState> mutableText();
 

@@ -27,6 +27,6 @@ std::string CanvasRenderingContext2D::shadowColor() const
 
 void CanvasRenderingContext2D::setShadowColor(std::string_view color)
 {
-    if (auto parsed = parseCSSColorValue(color))
+    if (auto parsed = parseColor(color))
         state_.shadowColor = CanvasColor(*parsed);
 }
