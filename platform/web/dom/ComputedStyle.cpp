@@ -290,7 +290,7 @@ std::string ComputedStyle::propertyValue(std::string_view name) const
     std::transform(key.begin(), key.end(), key.begin(), [](unsigned char c) { return std::tolower(c); });
     if (key == "font") {
         std::string lineHeight = lineHeightKind == LineHeight::Normal ? "normal" : propertyValue("line-height");
-        return serializeFontShorthand({fontStyle, fontVariant, numberToString(fontWeight),
+        return serializeFontShorthand({fontStyle, fontVariant, fontWeight == 400 ? "normal" : numberToString(fontWeight),
                                        fontStretch == "100%" ? "normal" : fontStretch, px(fontSize), lineHeight,
                                        fontFamily});
     }
@@ -305,9 +305,8 @@ std::string ComputedStyle::propertyValue(std::string_view name) const
     case CSSPropertyID::FontStretch: return fontStretch;
     case CSSPropertyID::FontSize: return px(fontSize);
     case CSSPropertyID::LineHeight:
-        return lineHeightKind == LineHeight::Normal ? "normal"
-            : lineHeightKind == LineHeight::Number  ? numberToString(lineHeightValue)
-                                                    : px(lineHeightValue);
+        // The resolved value: pixels, also for a multiplier.
+        return lineHeightKind == LineHeight::Normal ? "normal" : px(*lineHeightPixels());
     case CSSPropertyID::FontFamily: return fontFamily;
     case CSSPropertyID::Width: return width;
     case CSSPropertyID::Height: return height;

@@ -22,6 +22,7 @@ Element::~Element()
         std::shared_ptr<Element> child = std::move(pending.back());
         pending.pop_back();
         child->parent_.reset();
+        child->parentElement_ = nullptr;
         if (child.use_count() == 1) {
             for (auto& grandchild : child->children_)
                 pending.push_back(std::move(grandchild));
@@ -85,19 +86,20 @@ ExceptionOr<void> Element::insertBefore(const std::shared_ptr<Element>& parent, 
         return DOMException{"HierarchyRequestError", "The new child element contains the parent."};
     if (reference == child.get())
         return {};
-    if (reference && reference->parent_.lock() != parent)
+    if (reference && reference->parentElement_ != parent.get())
         return DOMException{"NotFoundError", "The node before which the new node is to be inserted is not a child of this node."};
     child->remove();
     auto& siblings = parent->children_;
     auto at = std::find_if(siblings.begin(), siblings.end(), [&](const auto& c) { return c.get() == reference; });
     child->parent_ = parent;
+    child->parentElement_ = parent.get();
     siblings.insert(at, std::move(child));
     return {};
 }
 
 ExceptionOr<void> Element::removeChild(Element& child)
 {
-    if (child.parent_.lock().get() != this)
+    if (child.parentElement_ != this)
         return DOMException{"NotFoundError", "The node to be removed is not a child of this node."};
     child.remove();
     return {};
@@ -116,14 +118,13 @@ void Element::remove()
     std::shared_ptr<Element> self = *it;
     siblings.erase(it);
     parent_.reset();
+    parentElement_ = nullptr;
 }
 
 bool Element::contains(const Element& other) const
 {
-    if (&other == this)
-        return true;
-    for (auto ancestor = other.parent_.lock(); ancestor; ancestor = ancestor->parent_.lock())
-        if (ancestor.get() == this)
+    for (const Element* e = &other; e; e = e->parentElement_)
+        if (e == this)
             return true;
     return false;
 }
@@ -131,8 +132,8 @@ bool Element::contains(const Element& other) const
 const Element& Element::root() const
 {
     const Element* top = this;
-    while (auto parent = top->parent_.lock())
-        top = parent.get();
+    while (top->parentElement_)
+        top = top->parentElement_;
     return *top;
 }
 
@@ -154,7 +155,12 @@ std::string Element::removeStyleProperty(std::string_view name)
     return old;
 }
 
-void Element::setStyleText(std::string_view text) { setAttribute("style", std::string(text)); }
+void Element::setStyleText(std::string_view text)
+{
+    // As browsers do, the attribute then holds the declarations that were kept, not the text.
+    style_.parse(text);
+    setStyleAttributeFromDeclarations();
+}
 
 void Element::setStyleAttributeFromDeclarations()
 {

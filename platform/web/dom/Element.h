@@ -100,6 +100,9 @@ private:
     std::vector<Attribute> attributes_;
     InlineStyle style_;
     std::weak_ptr<Element> parent_;
+    // The same parent, for walks up the tree without the cost of locking: reset together with
+    // parent_, by the parent's destructor among others.
+    Element* parentElement_ = nullptr;
     std::vector<std::shared_ptr<Element>> children_;
     Document* ownerOfTree_ = nullptr; // set on a document's root element only
 };
