@@ -12,6 +12,7 @@
 
 #include <cairo.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -122,6 +123,10 @@ public:
     void fillText(std::string_view text, double x, double y, std::optional<double> maxWidth = {});
     void strokeText(std::string_view text, double x, double y, std::optional<double> maxWidth = {});
     TextMetrics measureText(std::string_view text);
+    // A cluster from TextMetrics.getTextClusters(), in the font it was measured with and the
+    // context's current fill or stroke style.
+    void fillTextCluster(const TextCluster& cluster, double x, double y, const TextClusterOptions& options = {});
+    void strokeTextCluster(const TextCluster& cluster, double x, double y, const TextClusterOptions& options = {});
 
     // CanvasDrawImage. InvalidStateError for a source of zero size.
     ExceptionOr<void> drawImage(CanvasImageSource& image, double dx, double dy);
@@ -198,7 +203,8 @@ private:
     void fillOrStroke(std::span<const cairo_path_data_t> path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
     void addClip(std::vector<cairo_path_data_t> devicePath, CanvasFillRule fillRule);
     bool hitTest(std::span<const cairo_path_data_t> path, bool inUserSpace, double x, double y, bool stroke, CanvasFillRule fillRule);
-    void drawText(std::string_view text, double x, double y, std::optional<double> maxWidth, bool stroke);
+    // Paints the path `appendText` adds in user space (glyph outlines) as a fill or a stroke.
+    void drawText(const std::function<void(cairo_t*)>& appendText, bool stroke);
     // Sets `style` from a CanvasStyle value, leaving it alone for text that is not a colour.
     void setStyle(CanvasPaintStyle& style, const CanvasStyle& value) const;
     // A CSS colour, currentcolor being the canvas element's colour.

@@ -6,12 +6,8 @@
 
 #include <cmath>
 
-void CanvasRenderingContext2D::drawText(std::string_view text, double x, double y, std::optional<double> maxWidth, bool stroke)
+void CanvasRenderingContext2D::drawText(const std::function<void(cairo_t*)>& appendText, bool stroke)
 {
-    if (!std::isfinite(x) || !std::isfinite(y) || text.empty())
-        return;
-    if (maxWidth && (!std::isfinite(*maxWidth) || *maxWidth <= 0))
-        return;
     if (!state_.transform.isInvertible())
         return;
     cairo_t* cr = cairo();
@@ -22,7 +18,7 @@ void CanvasRenderingContext2D::drawText(std::string_view text, double x, double 
     cairo_new_path(cr);
     cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
     cairo_set_matrix(cr, &ctm);
-    appendTextPath(cr, text, x, y, state_.text->style, maxWidth);
+    appendText(cr);
     cairo_identity_matrix(cr);
     cairo_path_t* path = cairo_copy_path(cr);
     cairo_new_path(cr);
@@ -33,17 +29,46 @@ void CanvasRenderingContext2D::drawText(std::string_view text, double x, double 
     cairo_path_destroy(path);
 }
 
+namespace {
+
+bool drawsText(std::string_view text, double x, double y, std::optional<double> maxWidth)
+{
+    if (!std::isfinite(x) || !std::isfinite(y) || text.empty())
+        return false;
+    return !maxWidth || (std::isfinite(*maxWidth) && *maxWidth > 0);
+}
+
+} // namespace
+
 void CanvasRenderingContext2D::fillText(std::string_view text, double x, double y, std::optional<double> maxWidth)
 {
-    drawText(text, x, y, maxWidth, false);
+    if (drawsText(text, x, y, maxWidth))
+        drawText([&](cairo_t* cr) { appendTextPath(cr, text, x, y, state_.text->style, maxWidth); }, false);
 }
 
 void CanvasRenderingContext2D::strokeText(std::string_view text, double x, double y, std::optional<double> maxWidth)
 {
-    drawText(text, x, y, maxWidth, true);
+    if (drawsText(text, x, y, maxWidth))
+        drawText([&](cairo_t* cr) { appendTextPath(cr, text, x, y, state_.text->style, maxWidth); }, true);
 }
 
 TextMetrics CanvasRenderingContext2D::measureText(std::string_view text)
 {
-    return ::measureText(text, state_.text->style);
+    // The metrics keep the style they were measured in; the text state is shared copy on write,
+    // so they can hold it as it is.
+    return ::measureText(text, std::shared_ptr<const CanvasTextStyle>(state_.text, &state_.text->style));
+}
+
+void CanvasRenderingContext2D::fillTextCluster(const TextCluster& cluster, double x, double y,
+                                               const TextClusterOptions& options)
+{
+    if (std::isfinite(x) && std::isfinite(y))
+        drawText([&](cairo_t* cr) { appendTextClusterPath(cr, cluster, x, y, options); }, false);
+}
+
+void CanvasRenderingContext2D::strokeTextCluster(const TextCluster& cluster, double x, double y,
+                                                 const TextClusterOptions& options)
+{
+    if (std::isfinite(x) && std::isfinite(y))
+        drawText([&](cairo_t* cr) { appendTextClusterPath(cr, cluster, x, y, options); }, true);
 }

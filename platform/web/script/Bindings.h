@@ -26,10 +26,13 @@ extern InterfaceDefinition canvasPatternInterface;
 extern InterfaceDefinition path2DInterface;
 extern InterfaceDefinition imageDataInterface;
 extern InterfaceDefinition textMetricsInterface;
+extern InterfaceDefinition textClusterInterface;
 extern InterfaceDefinition domMatrixReadOnlyInterface;
 extern InterfaceDefinition domMatrixInterface;
 extern InterfaceDefinition domPointReadOnlyInterface;
 extern InterfaceDefinition domPointInterface;
+extern InterfaceDefinition domRectReadOnlyInterface;
+extern InterfaceDefinition domRectInterface;
 
 // Every interface, parents before children.
 const std::vector<const InterfaceDefinition*>& allInterfaces();

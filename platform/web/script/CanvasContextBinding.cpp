@@ -180,6 +180,7 @@ std::vector<Member> contextStateMembers()
         STRING_ATTRIBUTE("fontVariantCaps", fontVariantCaps, setFontVariantCaps),
         STRING_ATTRIBUTE("textRendering", textRendering, setTextRendering),
         STRING_ATTRIBUTE("wordSpacing", wordSpacing, setWordSpacing),
+        STRING_ATTRIBUTE("lang", lang, setLang),
     };
 }
 

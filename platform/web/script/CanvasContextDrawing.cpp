@@ -8,6 +8,7 @@
 #include "platform/web/script/ImageDataBinding.h"
 #include "platform/web/script/ElementBindings.h"
 #include "platform/web/script/Realm.h"
+#include "platform/web/script/TextMetricsBinding.h"
 
 namespace script {
 
@@ -150,7 +151,17 @@ std::vector<Member> contextDrawingMembers()
         }),
         operation<I, "measureText", 1>([](Call& call, Context& c) {
             TextMetrics metrics = c.measureText(call.string(0));
-            return call.realm().wrap(textMetricsInterface, std::make_shared<TextMetrics>(metrics));
+            return call.realm().wrap(textMetricsInterface, std::make_shared<TextMetrics>(std::move(metrics)));
+        }),
+        operation<I, "fillTextCluster", 3>([](Call& call, Context& c) {
+            const TextCluster& cluster = toTextCluster(call, 0, "fillTextCluster");
+            auto [x, y] = call.numbers<2>(1);
+            c.fillTextCluster(cluster, x, y, toTextClusterOptions(call, call.arg(3), "fillTextCluster"));
+        }),
+        operation<I, "strokeTextCluster", 3>([](Call& call, Context& c) {
+            const TextCluster& cluster = toTextCluster(call, 0, "strokeTextCluster");
+            auto [x, y] = call.numbers<2>(1);
+            c.strokeTextCluster(cluster, x, y, toTextClusterOptions(call, call.arg(3), "strokeTextCluster"));
         }),
         // CanvasDrawImage
         operation<I, "drawImage", 3>([](Call& call, Context& c) {

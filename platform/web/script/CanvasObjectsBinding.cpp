@@ -5,7 +5,6 @@
 #include "platform/web/script/CanvasPathBinding.h"
 #include "platform/web/script/GeometryConversions.h"
 #include "platform/web/script/Realm.h"
-#include "platform/web/text/TextMetrics.h"
 
 namespace script {
 
@@ -41,8 +40,6 @@ std::vector<Member> path2DMembers()
     return members;
 }
 
-#define METRIC(name) readonlyAttribute<textMetricsInterface, #name>([](Call&, TextMetrics& m) { return m.name; })
-
 } // namespace
 
 InterfaceDefinition canvasGradientInterface = {
@@ -68,24 +65,6 @@ InterfaceDefinition path2DInterface = {
     .name = "Path2D",
     .constructor = &constructPath2D,
     .members = path2DMembers(),
-};
-
-InterfaceDefinition textMetricsInterface = {
-    .name = "TextMetrics",
-    .members = {
-        METRIC(width),
-        METRIC(actualBoundingBoxLeft),
-        METRIC(actualBoundingBoxRight),
-        METRIC(fontBoundingBoxAscent),
-        METRIC(fontBoundingBoxDescent),
-        METRIC(actualBoundingBoxAscent),
-        METRIC(actualBoundingBoxDescent),
-        METRIC(emHeightAscent),
-        METRIC(emHeightDescent),
-        METRIC(hangingBaseline),
-        METRIC(alphabeticBaseline),
-        METRIC(ideographicBaseline),
-    },
 };
 
 } // namespace script

@@ -23,10 +23,13 @@ const std::vector<const InterfaceDefinition*>& allInterfaces()
         &path2DInterface,
         &imageDataInterface,
         &textMetricsInterface,
+        &textClusterInterface,
         &domMatrixReadOnlyInterface,
         &domMatrixInterface,
         &domPointReadOnlyInterface,
         &domPointInterface,
+        &domRectReadOnlyInterface,
+        &domRectInterface,
     };
     return interfaces;
 }

@@ -1,261 +1,30 @@
 #include "platform/web/text/CanvasText.h"
 
-#include "platform/web/text/FontSelector.h"
-#include "platform/web/text/TextShaper.h"
+#include "platform/web/text/CanvasTextLayout.h"
+#include "platform/web/text/TextGeometry.h"
 
 #include <cairo.h>
 
 #include <cmath>
-#include <limits>
 
-namespace {
-
-// Where the hanging baseline lies for fonts that do not say: 80% of the ascent.
-constexpr double kHangingBaselineOfAscent = 0.8;
-
-double roundHalfUp(double value)
-{
-    return std::floor(value + 0.5);
-}
-
-// To the browser's layout unit, a 64th of a pixel.
-double roundToLayoutUnit(double value)
-{
-    return std::round(value * 64) / 64;
-}
-
-// The vertical metrics of the primary face at a size, rounded as the reference browser
-// rounds them: ascent and descent to whole pixels (except for tiny fonts), the em box split
-// by the OS/2 typographic ascent and descent, in layout units.
-struct VerticalMetrics {
-    double ascent = 0, descent = 0;
-    double emAscent = 0, emDescent = 0;
-};
-
-VerticalMetrics verticalMetrics(const FontFace* face, double size)
-{
-    VerticalMetrics m;
-    if (!face)
-        return m;
-    const double ascent = face->ascent() * size;
-    const double descent = face->descent() * size;
-    if (ascent < 3 || ascent + descent < 2) {
-        m.ascent = ascent;
-        m.descent = descent;
-    } else {
-        m.ascent = roundHalfUp(ascent);
-        m.descent = roundHalfUp(descent);
-    }
-    const double typoHeight = face->typoAscent() + face->typoDescent();
-    const double emDescent = typoHeight > 0 ? face->typoDescent() * size / typoHeight : descent;
-    m.emDescent = roundToLayoutUnit(emDescent);
-    m.emAscent = roundToLayoutUnit(size) - m.emDescent;
-    return m;
-}
-
-// How far below the anchor's y the alphabetic baseline lies.
-double baselineOffset(CanvasTextBaseline baseline, const VerticalMetrics& m)
-{
-    switch (baseline) {
-    case CanvasTextBaseline::Top:
-        return m.emAscent;
-    case CanvasTextBaseline::Hanging:
-        return m.ascent * kHangingBaselineOfAscent;
-    case CanvasTextBaseline::Middle:
-        return (m.emAscent - m.emDescent) / 2;
-    case CanvasTextBaseline::Alphabetic:
-        return 0;
-    case CanvasTextBaseline::Ideographic:
-        return -m.descent;
-    case CanvasTextBaseline::Bottom:
-        return -m.emDescent;
-    }
-    return 0;
-}
-
-// How far left of the anchor's x the text starts.
-double alignOffset(const CanvasTextStyle& style, double width)
-{
-    const bool rtl = style.direction == CanvasDirection::Rtl;
-    switch (style.align) {
-    case CanvasTextAlign::Left:
-        return 0;
-    case CanvasTextAlign::Right:
-        return width;
-    case CanvasTextAlign::Center:
-        return width / 2;
-    case CanvasTextAlign::Start:
-        return rtl ? width : 0;
-    case CanvasTextAlign::End:
-        return rtl ? 0 : width;
-    }
-    return 0;
-}
-
-// Large glyphs have their ink boxes rounded out at this size and scaled up.
-constexpr double kOutlineMeasureSize = 64;
-
-bool drawnAsOutlines(double size)
-{
-    return size > kLargestRasterizedGlyphSize;
-}
-
-// The size glyphs are laid out and drawn at: whole 64ths of a pixel, cut, not rounded.
-double glyphSize(double size)
-{
-    return drawnAsOutlines(size) ? size : std::floor(size * 64) / 64;
-}
-
-// Lower-case letters drawn as made-up small capitals are capitals of 70% of the size,
-// rounded to whole pixels.
-double smallCapsSize(double size)
-{
-    return glyphSize(std::floor(size * 0.7 + 0.5));
-}
-
-struct Layout {
-    std::shared_ptr<const ShapedText> shaped;
-    FontFace* primary = nullptr;
-    double width = 0;
-};
-
-Layout layOut(std::string_view utf8, const CanvasTextStyle& style)
-{
-    Layout layout;
-    FontSet& fonts = FontSelector::shared().fontSet(style.font);
-    layout.primary = fonts.primary();
-    const bool letterSpaced = style.letterSpacing != 0;
-    layout.shaped = shapeText(utf8, fonts, style.direction == CanvasDirection::Rtl, style.kerning, letterSpaced);
-    layout.width = layout.shaped->width(glyphSize(style.font.size), smallCapsSize(style.font.size),
-                                        style.letterSpacing, style.wordSpacing);
-    return layout;
-}
-
-// A glyph's position and drawing size in pixels, from the text's start on the baseline
-// (y down), before any squeeze.
-struct GlyphPlacement {
-    double x, y, size;
-};
-
-GlyphPlacement place(const ShapedGlyph& glyph, const CanvasTextStyle& style)
-{
-    const double size = glyphSize(style.font.size);
-    const double smallSize = smallCapsSize(style.font.size);
-    return {glyph.x * size + glyph.smallX * smallSize + glyph.letterGaps * style.letterSpacing
-                + glyph.wordGaps * style.wordSpacing,
-            -(glyph.y * size + glyph.smallY * smallSize), glyph.smallCap ? smallSize : size};
-}
-
-// The ink box of the text in pixels (y down, from the text's start on the baseline): each
-// glyph's control box at the size, rounded out to whole pixels, as the reference measures.
-struct InkBox {
-    double left = 0, top = 0, right = 0, bottom = 0;
-    bool empty = true;
-};
-
-InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style)
-{
-    InkBox box;
-    for (const ShapedGlyph& glyph : shaped.glyphs) {
-        const auto [x, y, size] = place(glyph, style);
-        if (!(size > 0))
-            continue;
-        const double measuredSize = drawnAsOutlines(size) ? kOutlineMeasureSize : size;
-        auto outward = [&](double value, bool up) {
-            value = roundToLayoutUnit(value * measuredSize / size);
-            return (up ? std::ceil(value) : std::floor(value)) * size / measuredSize;
-        };
-        const GlyphOutline& outline = glyph.face->outline(glyph.glyph, size, GlyphUse::Measure);
-        if (outline.empty())
-            continue;
-        const double scale = size / glyph.face->unitsPerEm();
-        const double left = x + outward(outline.xMin * scale, false);
-        const double right = x + outward(outline.xMax * scale, true);
-        const double top = y + outward(-outline.yMax * scale, false);
-        const double bottom = y + outward(-outline.yMin * scale, true);
-        if (right <= left || bottom <= top)
-            continue;
-        if (box.empty) {
-            box = {left, top, right, bottom, false};
-        } else {
-            box.left = std::min(box.left, left);
-            box.top = std::min(box.top, top);
-            box.right = std::max(box.right, right);
-            box.bottom = std::max(box.bottom, bottom);
-        }
-    }
-    return box;
-}
-
-bool isAxisAligned(const cairo_matrix_t& m)
-{
-    return m.xy == 0 && m.yx == 0 && m.xx != 0 && m.yy != 0;
-}
-
-// Cairo keeps device coordinates in fixed point of about 24 bits; glyphs further out than this
-// could not show on any canvas and would only wrap around.
-constexpr double kFarthestDeviceCoordinate = 4e6;
-
-bool withinDeviceRange(double value)
-{
-    return std::isfinite(value) && std::abs(value) < kFarthestDeviceCoordinate;
-}
-
-// The reference rasterizer places glyphs at quarter pixels along a horizontal baseline and at
-// whole pixels across it, and at quarter pixels both ways when the text is turned; doing the
-// same in device space keeps text on the same pixels. Returns false for a glyph too far away
-// to draw.
-bool snapToDevicePixels(cairo_t* cr, double& x, double& y, bool axisAligned)
-{
-    double dx = x, dy = y;
-    cairo_user_to_device(cr, &dx, &dy);
-    if (!withinDeviceRange(dx) || !withinDeviceRange(dy))
-        return false;
-    dx = std::floor((dx + 0.125) * 4) / 4;
-    dy = axisAligned ? std::floor(dy + 0.5) : std::floor((dy + 0.125) * 4) / 4;
-    cairo_device_to_user(cr, &dx, &dy);
-    x = dx;
-    y = dy;
-    return true;
-}
-
-void appendOutline(cairo_t* cr, const GlyphOutline& outline, double x, double y, double scaleX, double scaleY)
-{
-    const float* p = outline.points.data();
-    for (GlyphOutline::Verb verb : outline.verbs) {
-        switch (verb) {
-        case GlyphOutline::Move:
-            cairo_move_to(cr, x + p[0] * scaleX, y - p[1] * scaleY);
-            p += 2;
-            break;
-        case GlyphOutline::Line:
-            cairo_line_to(cr, x + p[0] * scaleX, y - p[1] * scaleY);
-            p += 2;
-            break;
-        case GlyphOutline::Cubic:
-            cairo_curve_to(cr, x + p[0] * scaleX, y - p[1] * scaleY, x + p[2] * scaleX, y - p[3] * scaleY,
-                           x + p[4] * scaleX, y - p[5] * scaleY);
-            p += 6;
-            break;
-        case GlyphOutline::Close:
-            cairo_close_path(cr);
-            break;
-        }
-    }
-}
-
-} // namespace
+using namespace text_geometry;
 
 TextMetrics measureText(std::string_view utf8, const CanvasTextStyle& style)
 {
-    const Layout layout = layOut(utf8, style);
-    const VerticalMetrics v = verticalMetrics(layout.primary, style.font.size);
+    return measureText(utf8, std::make_shared<const CanvasTextStyle>(style));
+}
+
+TextMetrics measureText(std::string_view utf8, std::shared_ptr<const CanvasTextStyle> sharedStyle)
+{
+    auto layout = std::make_shared<const CanvasTextLayout>(utf8, std::move(sharedStyle));
+    const CanvasTextStyle& style = layout->style();
+    const VerticalMetrics v = verticalMetrics(layout->primaryFace(), style.font.size);
     const double baseline = baselineOffset(style.baseline, v);
-    const double dx = alignOffset(style, layout.width);
-    const InkBox ink = inkBox(*layout.shaped, style);
+    const double dx = alignOffset(style.align, style.direction, layout->width());
+    const InkBox ink = inkBox(layout->shaped(), style);
 
     TextMetrics m;
-    m.width = layout.width;
+    m.width = layout->width();
     m.actualBoundingBoxLeft = -ink.left + dx;
     m.actualBoundingBoxRight = ink.right - dx;
     m.fontBoundingBoxAscent = v.ascent - baseline;
@@ -267,6 +36,7 @@ TextMetrics measureText(std::string_view utf8, const CanvasTextStyle& style)
     m.hangingBaseline = v.ascent * kHangingBaselineOfAscent - baseline;
     m.alphabeticBaseline = -baseline;
     m.ideographicBaseline = -v.descent - baseline;
+    m.layout = std::move(layout);
     return m;
 }
 
@@ -290,29 +60,41 @@ void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, cons
         width = *maxWidth;
     }
     const VerticalMetrics v = verticalMetrics(layout.primary, style.font.size);
-    const double startX = x - alignOffset(style, width);
+    const double startX = x - alignOffset(style.align, style.direction, width);
     const double baselineY = y + baselineOffset(style.baseline, v);
+    appendGlyphOutlines(cr, *layout.shaped, style, startX, baselineY, squeeze);
+}
 
-    cairo_matrix_t ctm;
-    cairo_get_matrix(cr, &ctm);
-    const bool axisAligned = isAxisAligned(ctm);
-    const double determinant = ctm.xx * ctm.yy - ctm.xy * ctm.yx;
-    if (!(std::abs(determinant) > 1e-12))
+void appendTextClusterPath(cairo_t* cr, const TextCluster& cluster, double x, double y,
+                           const TextClusterOptions& options)
+{
+    if (!cr || !cluster.layout || cluster.start >= cluster.end)
         return;
-    // How far one user unit reaches in device space, at most.
-    const double reach = std::abs(ctm.xx) + std::abs(ctm.xy) + std::abs(ctm.yx) + std::abs(ctm.yy);
-    for (const ShapedGlyph& glyph : layout.shaped->glyphs) {
-        const GlyphPlacement at = place(glyph, style);
-        if (!(at.size > 0) || !withinDeviceRange(at.size * reach))
-            continue;
-        const GlyphOutline& outline = glyph.face->outline(glyph.glyph, at.size);
-        if (outline.empty())
-            continue;
-        double gx = startX + at.x * squeeze;
-        double gy = baselineY + at.y;
-        if (!snapToDevicePixels(cr, gx, gy, axisAligned))
-            continue;
-        const double scale = at.size / glyph.face->unitsPerEm();
-        appendOutline(cr, outline, gx, gy, scale * squeeze, scale);
+    const double anchorX = x + options.x.value_or(cluster.x);
+    const double anchorY = y + options.y.value_or(cluster.y);
+    if (!std::isfinite(anchorX) || !std::isfinite(anchorY))
+        return;
+    const CanvasTextLayout& layout = *cluster.layout;
+    const CanvasTextStyle& style = layout.style();
+    if (!(glyphSize(style.font.size) > 0))
+        return;
+    // The cells of the cluster's characters, and its edge the align names.
+    double left = INFINITY, right = -INFINITY;
+    for (const CanvasTextLayout::Cluster& cell : layout.clusters()) {
+        if (cell.from < cluster.end && cell.to > cluster.start) {
+            left = std::min(left, cell.left);
+            right = std::max(right, cell.right);
+        }
     }
+    if (left > right)
+        return;
+    const CanvasTextAlign align = physicalAlign(options.align.value_or(cluster.align), style.direction);
+    const double edge = align == CanvasTextAlign::Right ? right : align == CanvasTextAlign::Center ? (left + right) / 2 : left;
+    const VerticalMetrics v = verticalMetrics(layout.primaryFace(), style.font.size);
+    const double baselineY = anchorY + baselineOffset(options.baseline.value_or(cluster.baseline), v);
+    const ShapedText& shaped = layout.shaped();
+    appendGlyphOutlines(cr, shaped, style, anchorX - edge, baselineY, 1, [&](const ShapedGlyph& glyph) {
+        const ShapedCluster& owner = shaped.clusters[glyph.cluster];
+        return owner.from < cluster.end && owner.to > cluster.start;
+    });
 }

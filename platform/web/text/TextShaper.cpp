@@ -83,6 +83,25 @@ std::vector<std::uint8_t> bidiLevels(const std::u32string& text, bool rtl)
     return levels;
 }
 
+bool isEmbeddingControl(char32_t c)
+{
+    return c >= 0x202A && c <= 0x202E;
+}
+
+// The embedding and override controls take the level of the text they open or close onto
+// (the next other character; at the end the paragraph's), as browsers lay them out: an
+// override's opening mark then sits with the text it overrides.
+void levelEmbeddingControls(const std::u32string& text, std::vector<std::uint8_t>& levels, bool rtl)
+{
+    std::uint8_t next = rtl ? 1 : 0;
+    for (std::size_t i = text.size(); i-- > 0;) {
+        if (isEmbeddingControl(text[i]))
+            levels[i] = next;
+        else
+            next = levels[i];
+    }
+}
+
 // Characters that belong to the cluster before them and so stay in its face.
 bool joinsPrevious(char32_t c)
 {
@@ -93,6 +112,25 @@ bool joinsPrevious(char32_t c)
 bool isWordSeparator(char32_t c)
 {
     return c == ' ' || c == 0xA0;
+}
+
+// Invisible formatting characters (directional overrides, joiners) take no letter spacing.
+bool isFormatCharacter(char32_t c)
+{
+    return g_unichar_type(c) == G_UNICODE_FORMAT;
+}
+
+// Where each character starts in UTF-16 code units, and the text's length at the end.
+std::vector<std::uint32_t> utf16Offsets(const std::u32string& text)
+{
+    std::vector<std::uint32_t> offsets(text.size() + 1);
+    std::uint32_t offset = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        offsets[i] = offset;
+        offset += text[i] >= 0x10000 ? 2 : 1;
+    }
+    offsets[text.size()] = offset;
+    return offsets;
 }
 
 // Letters of joined scripts are not spaced apart: it would break their joins.
@@ -146,14 +184,44 @@ void reorderRuns(std::vector<Run>& runs)
     }
 }
 
+// Finds the boundaries between user-perceived characters inside clusters of several
+// characters: carets may stand there, splitting a ligature's advance evenly.
+void findGraphemes(const std::u32string& text, const std::vector<std::pair<std::size_t, std::size_t>>& spans,
+                   const std::vector<std::uint32_t>& offsets, ShapedText& result)
+{
+    glong written = 0;
+    gchar* utf8 = g_ucs4_to_utf8(reinterpret_cast<const gunichar*>(text.data()), static_cast<glong>(text.size()),
+                                 nullptr, &written, nullptr);
+    if (!utf8)
+        return;
+    std::vector<PangoLogAttr> attrs(text.size() + 1);
+    pango_get_log_attrs(utf8, static_cast<int>(written), -1, pango_language_from_string("en"), attrs.data(),
+                        static_cast<int>(attrs.size()));
+    g_free(utf8);
+    for (std::size_t c = 0; c < result.clusters.size(); ++c) {
+        const auto [from, to] = spans[c];
+        ShapedCluster& cluster = result.clusters[c];
+        cluster.firstBoundary = static_cast<std::uint32_t>(result.graphemeBoundaries.size());
+        for (std::size_t i = from + 1; i < to; ++i) {
+            if (attrs[i].is_cursor_position) {
+                result.graphemeBoundaries.push_back(offsets[i]);
+                ++cluster.graphemes;
+            }
+        }
+    }
+}
+
 ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKerning kerning, bool letterSpaced)
 {
     ShapedText result;
     std::u32string text = decodeUtf8(utf8);
     replaceWhitespace(text);
+    const std::vector<std::uint32_t> offsets = utf16Offsets(text);
+    result.length = offsets.back();
     if (text.empty() || !fonts.primary())
         return result;
-    const std::vector<std::uint8_t> levels = bidiLevels(text, rtl);
+    std::vector<std::uint8_t> levels = bidiLevels(text, rtl);
+    levelEmbeddingControls(text, levels, rtl);
 
     // What is shaped: the text, with lower-case letters raised when small capitals are made up.
     std::u32string shaped = text;
@@ -168,9 +236,13 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
                 smallCaps = true;
             }
         }
-        FontFace* face = (previousFace && joinsPrevious(text[i])) ? previousFace : fonts.faceFor(shaped[i]);
+        const bool joins = previousFace && joinsPrevious(text[i]);
+        FontFace* face = joins ? previousFace : fonts.faceFor(shaped[i]);
         if (!face)
             return result;
+        // A mark stays with its letter, a made-up small capital included.
+        if (joins)
+            smallCaps = runs.back().smallCaps;
         previousFace = face;
         // Browsers shape word by word, a space on its own: nothing kerns or joins across one.
         const bool wordBreak = i > 0 && (text[i] == ' ' || text[i - 1] == ' ');
@@ -194,7 +266,14 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
     hb_buffer_t* buffer = hb_buffer_create();
     double pen = 0, smallPen = 0;
     std::uint32_t letterGaps = 0, wordGaps = 0;
-    for (const Run& run : runs) {
+    // Each cluster's characters, and whether any cluster has several.
+    std::vector<std::pair<std::size_t, std::size_t>> spans;
+    spans.reserve(text.size());
+    result.clusters.reserve(text.size());
+    result.glyphs.reserve(text.size());
+    bool severalCharacters = false;
+    for (std::size_t r = 0; r < runs.size(); ++r) {
+        const Run& run = runs[r];
         hb_buffer_clear_contents(buffer);
         hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(shaped.data()),
                             static_cast<int>(shaped.size()), static_cast<unsigned>(run.start),
@@ -208,28 +287,60 @@ ShapedText shape(std::string_view utf8, FontSet& fonts, bool rtl, CanvasFontKern
         const hb_glyph_info_t* infos = hb_buffer_get_glyph_infos(buffer, &count);
         const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(buffer, &count);
         const double unit = 1 / run.face->unitsPerEm();
-        for (unsigned g = 0; g < count; ++g) {
-            ShapedGlyph glyph;
-            glyph.face = run.face;
-            glyph.glyph = infos[g].codepoint;
-            glyph.smallCap = run.smallCaps;
-            glyph.x = pen;
-            glyph.smallX = smallPen;
-            (run.smallCaps ? glyph.smallX : glyph.x) += positions[g].x_offset * unit;
-            (run.smallCaps ? glyph.smallY : glyph.y) = positions[g].y_offset * unit;
-            glyph.letterGaps = letterGaps;
-            glyph.wordGaps = wordGaps;
-            result.glyphs.push_back(glyph);
-            (run.smallCaps ? smallPen : pen) += positions[g].x_advance * unit;
-            // Spacing goes after each cluster: where the next glyph starts another one.
-            if (g + 1 == count || infos[g + 1].cluster != infos[g].cluster) {
-                letterGaps += spaced;
-                if (isWordSeparator(text[infos[g].cluster]))
-                    ++wordGaps;
+        const bool rtlRun = run.level & 1;
+        // Glyphs come left to right; those of one cluster are neighbours. In a right-to-left
+        // run a cluster's characters end where the cluster to its left begins.
+        for (unsigned first = 0; first < count;) {
+            unsigned last = first + 1;
+            while (last < count && infos[last].cluster == infos[first].cluster)
+                ++last;
+            const std::size_t from = infos[first].cluster;
+            std::size_t to = run.end;
+            if (rtlRun && first > 0)
+                to = infos[first - 1].cluster;
+            else if (!rtlRun && last < count)
+                to = infos[last].cluster;
+            ShapedCluster cluster;
+            cluster.from = offsets[from];
+            cluster.to = offsets[std::max(to, from + 1)];
+            cluster.level = run.level;
+            cluster.run = static_cast<std::uint32_t>(r);
+            spans.emplace_back(from, std::max(to, from + 1));
+            severalCharacters |= to > from + 1;
+            cluster.x = pen;
+            cluster.smallX = smallPen;
+            cluster.letterGaps = letterGaps;
+            cluster.wordGaps = wordGaps;
+            for (unsigned g = first; g < last; ++g) {
+                ShapedGlyph glyph;
+                glyph.face = run.face;
+                glyph.glyph = infos[g].codepoint;
+                glyph.smallCap = run.smallCaps;
+                glyph.x = pen;
+                glyph.smallX = smallPen;
+                (run.smallCaps ? glyph.smallX : glyph.x) += positions[g].x_offset * unit;
+                (run.smallCaps ? glyph.smallY : glyph.y) = positions[g].y_offset * unit;
+                glyph.letterGaps = letterGaps;
+                glyph.wordGaps = wordGaps;
+                glyph.cluster = static_cast<std::uint32_t>(result.clusters.size());
+                result.glyphs.push_back(glyph);
+                (run.smallCaps ? smallPen : pen) += positions[g].x_advance * unit;
             }
+            cluster.advance = pen - cluster.x;
+            cluster.smallAdvance = smallPen - cluster.smallX;
+            cluster.control = std::all_of(text.begin() + static_cast<long>(from),
+                                          text.begin() + static_cast<long>(std::max(to, from + 1)), isFormatCharacter);
+            cluster.letterGap = spaced && !cluster.control;
+            cluster.wordGap = isWordSeparator(text[from]);
+            letterGaps += cluster.letterGap;
+            wordGaps += cluster.wordGap;
+            result.clusters.push_back(cluster);
+            first = last;
         }
     }
     hb_buffer_destroy(buffer);
+    if (severalCharacters)
+        findGraphemes(text, spans, offsets, result);
     result.advance = pen;
     result.smallAdvance = smallPen;
     result.letterGaps = letterGaps;

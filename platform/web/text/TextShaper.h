@@ -19,6 +19,27 @@ struct ShapedGlyph {
     double smallX = 0, smallY = 0; // in ems of the small-capitals size
     std::uint32_t letterGaps = 0;  // letter-spacing gaps left of this glyph
     std::uint32_t wordGaps = 0;    // word-spacing gaps left of this glyph
+    std::uint32_t cluster = 0;     // index of its cluster in ShapedText::clusters
+};
+
+// Characters that shape together and so are never split: a letter with its marks, an emoji
+// sequence, a ligature. Its pen position and advance come in the same two parts as a glyph's;
+// spacing goes after it (to its right) when it has a gap.
+struct ShapedCluster {
+    std::uint32_t from = 0, to = 0;  // the characters, in UTF-16 code units as scripts count
+    std::uint8_t level = 0;          // bidirectional embedding level: odd is right to left
+    bool control = false;            // only invisible formatting characters (bidi controls)
+    std::uint32_t run = 0;           // the shaping run it belongs to; runs come left to right
+    // Characters a reader tells apart inside it (a ligature has several, a letter and its
+    // marks one); the offsets between them are graphemeBoundaries[firstBoundary, +graphemes-1).
+    std::uint32_t graphemes = 1;
+    std::uint32_t firstBoundary = 0;
+    bool letterGap = false;          // letter spacing follows it
+    bool wordGap = false;            // word spacing follows it
+    double x = 0, smallX = 0;
+    double advance = 0, smallAdvance = 0;
+    std::uint32_t letterGaps = 0;    // gaps left of it
+    std::uint32_t wordGaps = 0;
 };
 
 // Text prepared the way canvas text is (white space becomes spaces), split into runs by
@@ -26,6 +47,9 @@ struct ShapedGlyph {
 // font size and of the spacing amounts, so one result serves every size.
 struct ShapedText {
     std::vector<ShapedGlyph> glyphs;
+    std::vector<ShapedCluster> clusters;  // left to right
+    std::vector<std::uint32_t> graphemeBoundaries;  // inside clusters, in reading order
+    std::uint32_t length = 0;  // of the text, in UTF-16 code units
     double advance = 0;       // in ems of the font size
     double smallAdvance = 0;  // in ems of the small-capitals size
     std::uint32_t letterGaps = 0;
