@@ -23,6 +23,18 @@ HTMLCanvasElement::HTMLCanvasElement(Token)
 {
 }
 
+void HTMLCanvasElement::attributeChanged(std::string_view name)
+{
+    if (name != "width" && name != "height")
+        return;
+    const std::string* text = attribute(name);
+    std::optional<unsigned> size = text ? parseNonNegativeInteger(*text) : std::nullopt;
+    if (name == "width")
+        setWidth(size.value_or(kDefaultWidth));
+    else
+        setHeight(size.value_or(kDefaultHeight));
+}
+
 HTMLCanvasElement::~HTMLCanvasElement()
 {
     context_.reset();

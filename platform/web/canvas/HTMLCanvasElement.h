@@ -23,9 +23,7 @@ struct CanvasRenderingContext2DSettings {
 // A canvas element: a bitmap of width x height pixels and, once asked for, its 2D context. As an
 // element it can stand in a document, whose style gives its currentColor and relative fonts.
 // Always held by std::shared_ptr (create()); the context lives inside the element.
-class HTMLCanvasElement final : public Element,
-                                public CanvasImageSource,
-                                public std::enable_shared_from_this<HTMLCanvasElement> {
+class HTMLCanvasElement final : public Element, public CanvasImageSource {
     struct Token {};
 
 public:
@@ -36,6 +34,14 @@ public:
     static constexpr unsigned long kMaxArea = 16UL * 1024 * 1024;
 
     static std::shared_ptr<HTMLCanvasElement> create();
+    std::shared_ptr<HTMLCanvasElement> shared_from_this()
+    {
+        return std::static_pointer_cast<HTMLCanvasElement>(Node::shared_from_this());
+    }
+    std::shared_ptr<const HTMLCanvasElement> shared_from_this() const
+    {
+        return std::static_pointer_cast<const HTMLCanvasElement>(Node::shared_from_this());
+    }
     explicit HTMLCanvasElement(Token);
     ~HTMLCanvasElement() override;
     HTMLCanvasElement(const HTMLCanvasElement&) = delete;
@@ -74,6 +80,9 @@ public:
     cairo_surface_t* imageSurface() override { return bitmap(); }
 
 private:
+    // The width and height attributes set the size (the default when absent or not a
+    // non-negative integer).
+    void attributeChanged(std::string_view name) override;
     void resetBitmap();
 
     unsigned width_ = kDefaultWidth;

@@ -6,7 +6,7 @@ namespace {
 
 std::shared_ptr<Element> childNamed(const Element& parent, std::string_view localName)
 {
-    for (const auto& child : parent.children())
+    for (const auto& child : parent.elementChildren())
         if (child->localName() == localName && child->isHTML())
             return child;
     return nullptr;
@@ -15,16 +15,17 @@ std::shared_ptr<Element> childNamed(const Element& parent, std::string_view loca
 // Tree order without recursion: a script can nest elements as deep as it likes.
 std::shared_ptr<Element> findById(const std::shared_ptr<Element>& root, std::string_view id)
 {
-    std::vector<const std::shared_ptr<Element>*> pending{&root};
+    std::vector<const Element*> pending{root.get()};
     while (!pending.empty()) {
-        const std::shared_ptr<Element>& element = *pending.back();
+        const Element* element = pending.back();
         pending.pop_back();
         const std::string* value = element->attribute("id");
         if (value && *value == id)
-            return element;
+            return std::static_pointer_cast<Element>(const_cast<Element*>(element)->shared_from_this());
         const auto& children = element->children();
         for (auto it = children.rbegin(); it != children.rend(); ++it)
-            pending.push_back(&*it);
+            if ((*it)->isElement())
+                pending.push_back(static_cast<const Element*>(it->get()));
     }
     return nullptr;
 }
@@ -76,8 +77,9 @@ void Document::blur(const Element& element)
         focused_.reset();
 }
 
-void Document::subtreeRemoved(const Element& subtree)
+void Document::subtreeRemoved(const Node& subtree)
 {
-    if (auto focused = focused_.lock(); focused && subtree.contains(*focused))
+    auto focused = focused_.lock();
+    if (focused && subtree.isElement() && static_cast<const Element&>(subtree).contains(*focused))
         focused_.reset();
 }

@@ -28,7 +28,7 @@ public:
     // blur(): the focus goes back to the body if the element had it.
     void blur(const Element& element);
     // Called when a subtree leaves the document: it takes the focus with it.
-    void subtreeRemoved(const Element& subtree);
+    void subtreeRemoved(const Node& subtree);
 
 private:
     std::shared_ptr<Element> root_;

@@ -7,7 +7,8 @@
 #include <cctype>
 
 Element::Element(std::string localName, std::string namespaceURI)
-    : localName_(std::move(localName))
+    : Node(Type::Element)
+    , localName_(std::move(localName))
     , namespaceURI_(std::move(namespaceURI))
 {
 }
@@ -17,16 +18,16 @@ Element::~Element()
     // Children that scripts still hold outlive their parent as roots of their own. The others go
     // with it, one level at a time rather than by recursion: a script can nest elements as deep
     // as it likes.
-    std::vector<std::shared_ptr<Element>> pending = std::move(children_);
+    std::vector<std::shared_ptr<Node>> pending = std::move(children_);
     while (!pending.empty()) {
-        std::shared_ptr<Element> child = std::move(pending.back());
+        std::shared_ptr<Node> child = std::move(pending.back());
         pending.pop_back();
-        child->parent_.reset();
         child->parentElement_ = nullptr;
-        if (child.use_count() == 1) {
-            for (auto& grandchild : child->children_)
+        if (child.use_count() == 1 && child->isElement()) {
+            auto& grandchildren = static_cast<Element&>(*child).children_;
+            for (auto& grandchild : grandchildren)
                 pending.push_back(std::move(grandchild));
-            child->children_.clear();
+            grandchildren.clear();
         }
     }
 }
@@ -51,13 +52,12 @@ void Element::setAttribute(std::string_view name, std::string value)
 {
     if (name == "style")
         style_.parse(value);
-    for (Attribute& attribute : attributes_) {
-        if (attribute.name == name) {
-            attribute.value = std::move(value);
-            return;
-        }
-    }
-    attributes_.push_back({std::string(name), std::move(value)});
+    auto it = std::find_if(attributes_.begin(), attributes_.end(), [&](const Attribute& a) { return a.name == name; });
+    if (it != attributes_.end())
+        it->value = std::move(value);
+    else
+        attributes_.push_back({std::string(name), std::move(value)});
+    attributeChanged(name);
 }
 
 bool Element::removeAttribute(std::string_view name)
@@ -65,9 +65,11 @@ bool Element::removeAttribute(std::string_view name)
     auto it = std::find_if(attributes_.begin(), attributes_.end(), [&](const Attribute& a) { return a.name == name; });
     if (it == attributes_.end())
         return false;
+    std::string removed = std::move(it->name);
     attributes_.erase(it);
-    if (name == "style")
+    if (removed == "style")
         style_.parse("");
+    attributeChanged(removed);
     return true;
 }
 
@@ -77,12 +79,21 @@ std::string Element::id() const
     return value ? *value : std::string();
 }
 
-ExceptionOr<void> Element::insertBefore(const std::shared_ptr<Element>& parent, std::shared_ptr<Element> child,
-                                        const Element* reference)
+std::vector<std::shared_ptr<Element>> Element::elementChildren() const
+{
+    std::vector<std::shared_ptr<Element>> elements;
+    for (const auto& child : children_)
+        if (child->isElement())
+            elements.push_back(std::static_pointer_cast<Element>(child));
+    return elements;
+}
+
+ExceptionOr<void> Element::insertBefore(const std::shared_ptr<Element>& parent, std::shared_ptr<Node> child,
+                                        const Node* reference)
 {
     if (!parent || !child)
         return DOMException{"TypeError", "The node to be inserted is null."};
-    if (child->contains(*parent))
+    if (child->isElement() && static_cast<const Element&>(*child).contains(*parent))
         return DOMException{"HierarchyRequestError", "The new child element contains the parent."};
     if (reference == child.get())
         return {};
@@ -91,13 +102,12 @@ ExceptionOr<void> Element::insertBefore(const std::shared_ptr<Element>& parent, 
     child->remove();
     auto& siblings = parent->children_;
     auto at = std::find_if(siblings.begin(), siblings.end(), [&](const auto& c) { return c.get() == reference; });
-    child->parent_ = parent;
     child->parentElement_ = parent.get();
     siblings.insert(at, std::move(child));
     return {};
 }
 
-ExceptionOr<void> Element::removeChild(Element& child)
+ExceptionOr<void> Element::removeChild(Node& child)
 {
     if (child.parentElement_ != this)
         return DOMException{"NotFoundError", "The node to be removed is not a child of this node."};
@@ -105,39 +115,45 @@ ExceptionOr<void> Element::removeChild(Element& child)
     return {};
 }
 
-void Element::remove()
+void Element::setTextContent(std::string text)
 {
-    auto parent = parent_.lock();
-    if (!parent)
+    while (!children_.empty())
+        children_.back()->remove();
+    if (text.empty())
         return;
-    if (Document* document = this->document())
-        document->subtreeRemoved(*this);
-    // Keeps this element alive while the parent lets go of it.
-    auto& siblings = parent->children_;
-    auto it = std::find_if(siblings.begin(), siblings.end(), [&](const auto& c) { return c.get() == this; });
-    std::shared_ptr<Element> self = *it;
-    siblings.erase(it);
-    parent_.reset();
-    parentElement_ = nullptr;
+    auto node = std::make_shared<Text>(std::move(text));
+    node->parentElement_ = this;
+    children_.push_back(std::move(node));
 }
 
-bool Element::contains(const Element& other) const
+std::string Element::textContent() const
 {
-    for (const Element* e = &other; e; e = e->parentElement_)
-        if (e == this)
+    std::string text;
+    // Tree order without recursion.
+    std::vector<const Node*> pending;
+    for (auto it = children_.rbegin(); it != children_.rend(); ++it)
+        pending.push_back(it->get());
+    while (!pending.empty()) {
+        const Node* node = pending.back();
+        pending.pop_back();
+        if (node->isText()) {
+            text += static_cast<const Text*>(node)->data();
+            continue;
+        }
+        const auto& children = static_cast<const Element*>(node)->children_;
+        for (auto it = children.rbegin(); it != children.rend(); ++it)
+            pending.push_back(it->get());
+    }
+    return text;
+}
+
+bool Element::contains(const Node& other) const
+{
+    for (const Node* n = &other; n; n = n->parentElement_)
+        if (n == this)
             return true;
     return false;
 }
-
-const Element& Element::root() const
-{
-    const Element* top = this;
-    while (top->parentElement_)
-        top = top->parentElement_;
-    return *top;
-}
-
-Document* Element::document() const { return root().ownerOfTree_; }
 
 bool Element::setStyleProperty(std::string_view name, std::string_view value)
 {
@@ -214,4 +230,22 @@ bool Element::isFocusable() const
         || (localName_ == "input" && !(attribute("type") && *attribute("type") == "hidden")))
         return !attribute("disabled");
     return localName_ == "iframe" || localName_ == "summary";
+}
+
+std::optional<unsigned> parseNonNegativeInteger(std::string_view text)
+{
+    std::size_t i = 0;
+    while (i < text.size() && std::string_view(" \t\n\f\r").find(text[i]) != std::string_view::npos)
+        ++i;
+    bool negative = false;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+'))
+        negative = text[i++] == '-';
+    if (i >= text.size() || !std::isdigit(static_cast<unsigned char>(text[i])))
+        return std::nullopt;
+    unsigned long long value = 0;
+    for (; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i)
+        value = std::min<unsigned long long>(value * 10 + unsigned(text[i] - '0'), 0xFFFFFFFFull);
+    if (negative && value != 0)
+        return std::nullopt;
+    return unsigned(value);
 }

@@ -3,6 +3,7 @@
 #include "platform/web/css/CSSColor.h"
 #include "platform/web/dom/ExceptionOr.h"
 #include "platform/web/dom/InlineStyle.h"
+#include "platform/web/dom/Node.h"
 
 #include <memory>
 #include <optional>
@@ -25,15 +26,11 @@ struct ElementFontBasis {
     std::vector<std::string> families; // unquoted, in order ("serif" when none is set)
 };
 
-// An element of a page's tree: its name, content attributes, children and inline style. No
-// layout and no rendering. Held by std::shared_ptr: a parent owns its children, a child knows
-// its parent weakly.
-class Element {
+// An element of a page's tree: its name, content attributes, children and inline style.
+class Element : public Node {
 public:
     explicit Element(std::string localName, std::string namespaceURI = std::string(kHTMLNamespace));
-    virtual ~Element();
-    Element(const Element&) = delete;
-    Element& operator=(const Element&) = delete;
+    ~Element() override;
 
     const std::string& localName() const { return localName_; }
     const std::string& namespaceURI() const { return namespaceURI_; }
@@ -53,24 +50,21 @@ public:
     std::string id() const;
 
     // The tree.
-    std::shared_ptr<Element> parent() const { return parent_.lock(); }
-    const std::vector<std::shared_ptr<Element>>& children() const { return children_; }
+    const std::vector<std::shared_ptr<Node>>& children() const { return children_; }
+    // The children that are elements.
+    std::vector<std::shared_ptr<Element>> elementChildren() const;
     // Inserts `child` into `parent` before `reference` (at the end when null), taking it out of
     // where it was first. HierarchyRequestError when `child` is `parent` or one of its
     // ancestors; NotFoundError when `reference` is not a child of `parent`.
-    static ExceptionOr<void> insertBefore(const std::shared_ptr<Element>& parent, std::shared_ptr<Element> child,
-                                          const Element* reference);
+    static ExceptionOr<void> insertBefore(const std::shared_ptr<Element>& parent, std::shared_ptr<Node> child,
+                                          const Node* reference);
     // NotFoundError when `child` is not a child of this element.
-    ExceptionOr<void> removeChild(Element& child);
-    // Takes the element out of its parent, if any.
-    void remove();
+    ExceptionOr<void> removeChild(Node& child);
+    // Replaces the children with one text node (none for empty text).
+    void setTextContent(std::string text);
+    std::string textContent() const override;
     // Whether `other` is this element or one of its descendants.
-    bool contains(const Element& other) const;
-    // The top of the element's tree (the element itself when it has no parent).
-    const Element& root() const;
-    // The document whose tree the element is in, or null.
-    Document* document() const;
-    bool isConnected() const { return document() != nullptr; }
+    bool contains(const Node& other) const;
 
     // The style attribute's declarations, kept in step with the attribute.
     const InlineStyle& inlineStyle() const { return style_; }
@@ -91,18 +85,21 @@ public:
     // element with a tabindex.
     virtual bool isFocusable() const;
 
+protected:
+    // After an attribute was set or removed: elements that reflect one (a canvas's size) follow it.
+    virtual void attributeChanged(std::string_view) {}
+
 private:
-    friend class Document;
+    friend class Node;
     void setStyleAttributeFromDeclarations();
 
     std::string localName_;
     std::string namespaceURI_;
     std::vector<Attribute> attributes_;
     InlineStyle style_;
-    std::weak_ptr<Element> parent_;
-    // The same parent, for walks up the tree without the cost of locking: reset together with
-    // parent_, by the parent's destructor among others.
-    Element* parentElement_ = nullptr;
-    std::vector<std::shared_ptr<Element>> children_;
-    Document* ownerOfTree_ = nullptr; // set on a document's root element only
+    std::vector<std::shared_ptr<Node>> children_;
 };
+
+// HTML's rules for parsing non-negative integers: leading whitespace, an optional sign, digits,
+// then anything. Nothing for an error (no digits, or a negative value).
+std::optional<unsigned> parseNonNegativeInteger(std::string_view text);

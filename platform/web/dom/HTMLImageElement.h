@@ -36,7 +36,3 @@ public:
     unsigned imageHeight() const override { return 0; }
     cairo_surface_t* imageSurface() override { return nullptr; }
 };
-
-// HTML's rules for parsing non-negative integers: leading whitespace, an optional sign, digits,
-// then anything. Nothing for an error (no digits, or a negative value).
-std::optional<unsigned> parseNonNegativeInteger(std::string_view text);

@@ -11,6 +11,7 @@ class Realm;
 extern InterfaceDefinition domExceptionInterface;
 extern InterfaceDefinition documentInterface;
 extern InterfaceDefinition nodeInterface;
+extern InterfaceDefinition textInterface;
 extern InterfaceDefinition elementInterface;
 extern InterfaceDefinition htmlElementInterface;
 extern InterfaceDefinition htmlCanvasElementInterface;

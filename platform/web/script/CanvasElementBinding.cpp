@@ -66,12 +66,13 @@ JSValueRef getContext(Call& call, HTMLCanvasElement& canvas)
     return wrapper;
 }
 
+// The IDL attribute sets the content attribute, which sizes (and resets) the canvas; values
+// beyond a long's range give the default, as for every reflected unsigned long.
 void setCanvasSize(Call& call, HTMLCanvasElement& canvas, JSValueRef value, bool width)
 {
     std::uint32_t size = call.toUnsignedLong(value);
-    width ? canvas.setWidth(size) : canvas.setHeight(size);
-    unsigned now = width ? canvas.width() : canvas.height();
-    canvas.setAttribute(width ? "width" : "height", std::to_string(now));
+    unsigned fallback = width ? HTMLCanvasElement::kDefaultWidth : HTMLCanvasElement::kDefaultHeight;
+    canvas.setAttribute(width ? "width" : "height", std::to_string(size > 2147483647u ? fallback : size));
     reportBitmapCost(call, canvas);
 }
 

@@ -42,7 +42,8 @@ std::string checkedName(const Call& call, std::string name, const char* member)
 
 JSObjectRef wrapElement(Realm& realm, const std::shared_ptr<Element>& element)
 {
-    const void* identity = element.get();
+    // Nodes of every kind are known by their Node address.
+    const void* identity = static_cast<const Node*>(element.get());
     if (auto canvas = std::dynamic_pointer_cast<HTMLCanvasElement>(element))
         return realm.wrapCached(htmlCanvasElementInterface, std::move(canvas), identity);
     if (auto image = std::dynamic_pointer_cast<HTMLImageElement>(element))
@@ -79,6 +80,9 @@ InterfaceDefinition documentInterface = {
                                                        "URI provided ('" + namespaceURI + "') is not valid for the "
                                                        "qualified name provided ('" + qualifiedName + "')."});
             return wrapElement(call.realm(), createElement(localName, namespaceURI));
+        }),
+        operation<documentInterface, "createTextNode", 1>([](Call& call, Document&) {
+            return wrapNode(call.realm(), std::make_shared<Text>(call.string(0)));
         }),
         operation<documentInterface, "getElementById", 1>([](Call& call, Document& document) {
             return wrapElementOrNull(call, document.getElementById(call.string(0)));

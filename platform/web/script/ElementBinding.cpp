@@ -1,5 +1,6 @@
 #include "platform/web/canvas/HTMLCanvasElement.h"
 #include "platform/web/dom/Document.h"
+#include "platform/web/dom/HTMLFragment.h"
 #include "platform/web/dom/HTMLImageElement.h"
 #include "platform/web/dom/HTMLVideoElement.h"
 #include "platform/web/script/Bindings.h"
@@ -25,15 +26,38 @@ Element* elementPointer(const Wrapper& wrapper)
         return static_cast<HTMLVideoElement*>(object);
     if (interface.inherits(svgImageElementInterface))
         return static_cast<SVGImageElement*>(object);
-    if (interface.inherits(nodeInterface))
+    if (interface.inherits(elementInterface))
         return static_cast<Element*>(object);
     return nullptr;
+}
+
+Node* nodePointer(const Wrapper& wrapper)
+{
+    if (wrapper.interface->inherits(textInterface))
+        return static_cast<Text*>(wrapper.object.get());
+    return elementPointer(wrapper);
 }
 
 // The receiver of an element member (the thunk has checked its interface).
 std::shared_ptr<Element> self(const Call&, const Wrapper& wrapper)
 {
     return std::shared_ptr<Element>(wrapper.object, elementPointer(wrapper));
+}
+
+std::shared_ptr<Node> selfNode(const Call&, const Wrapper& wrapper)
+{
+    return std::shared_ptr<Node>(wrapper.object, nodePointer(wrapper));
+}
+
+// What scripts count as a string's length: UTF-16 code units.
+std::size_t utf16Length(std::string_view utf8)
+{
+    std::size_t length = 0;
+    for (unsigned char c : utf8) {
+        if ((c & 0xC0) != 0x80)
+            length += c >= 0xF0 ? 2 : 1;
+    }
+    return length;
 }
 
 bool isValidName(std::string_view name)
@@ -59,40 +83,48 @@ std::string attributeName(const Call& call, const Element& element, const char* 
     return name;
 }
 
-// A canvas's width and height attributes set its size; the default stands for anything else.
-void reflectCanvasSize(Call& call, Element& element, const std::string& name)
+// The collector does not see a canvas's bitmap; a new size is memory it should know of.
+void reportBitmapCost(Call& call, const Element& element)
 {
-    auto* canvas = dynamic_cast<HTMLCanvasElement*>(&element);
-    if (!canvas || (name != "width" && name != "height"))
-        return;
-    const std::string* value = element.attribute(name);
-    std::optional<unsigned> size = value ? parseNonNegativeInteger(*value) : std::nullopt;
-    if (name == "width")
-        canvas->setWidth(size.value_or(HTMLCanvasElement::kDefaultWidth));
-    else
-        canvas->setHeight(size.value_or(HTMLCanvasElement::kDefaultHeight));
-    if (canvas->hasBitmap())
+    auto* canvas = dynamic_cast<const HTMLCanvasElement*>(&element);
+    if (canvas && canvas->hasBitmap())
         JSReportExtraMemoryCost(call.ctx(), std::size_t(canvas->width()) * canvas->height() * 4);
 }
 
-std::shared_ptr<Element> requireNode(const Call& call, std::size_t index, const char* member)
+std::shared_ptr<Node> requireNode(const Call& call, std::size_t index, const char* member)
 {
-    auto node = elementOf(call, call.arg(index));
+    auto node = nodeOf(call, call.arg(index));
     if (!node)
         call.throwTypeError(std::string("Failed to execute '") + member + "' on 'Node': parameter "
                             + std::to_string(index + 1) + " is not of type 'Node'.");
     return node;
 }
 
-// A sibling of the element, `step` places along (+1 next, -1 previous).
-std::shared_ptr<Element> sibling(const Element& element, int step)
+// Only elements have children here.
+std::shared_ptr<Element> requireParent(const Call& call, const Wrapper& wrapper, const char* member)
 {
-    auto parent = element.parent();
+    auto node = selfNode(call, wrapper);
+    if (!node->isElement())
+        call.throwException({"HierarchyRequestError", std::string("Failed to execute '") + member
+                                 + "' on 'Node': This node type does not support this method."});
+    return std::static_pointer_cast<Element>(node);
+}
+
+const std::vector<std::shared_ptr<Node>>& childrenOf(const Node& node)
+{
+    static const std::vector<std::shared_ptr<Node>> none;
+    return node.isElement() ? static_cast<const Element&>(node).children() : none;
+}
+
+// A sibling of the node, `step` places along (+1 next, -1 previous).
+std::shared_ptr<Node> sibling(const Node& node, int step)
+{
+    Element* parent = node.parentPointer();
     if (!parent)
         return nullptr;
     const auto& siblings = parent->children();
     for (std::size_t i = 0; i < siblings.size(); ++i) {
-        if (siblings[i].get() != &element)
+        if (siblings[i].get() != &node)
             continue;
         std::ptrdiff_t at = std::ptrdiff_t(i) + step;
         return at >= 0 && std::size_t(at) < siblings.size() ? siblings[std::size_t(at)] : nullptr;
@@ -100,21 +132,40 @@ std::shared_ptr<Element> sibling(const Element& element, int step)
     return nullptr;
 }
 
-JSValueRef childArray(const Call& call, const Element& element)
+template <typename NodeType>
+JSValueRef nodeArray(const Call& call, const std::vector<std::shared_ptr<NodeType>>& nodes)
 {
     std::vector<JSValueRef> wrappers;
-    for (const auto& child : element.children())
-        wrappers.push_back(wrapElement(call.realm(), child));
+    for (const auto& node : nodes)
+        wrappers.push_back(wrapNode(call.realm(), node));
     JSValueRef exception = nullptr;
     JSObjectRef array = JSObjectMakeArray(call.ctx(), wrappers.size(), wrappers.data(), &exception);
     rethrowIf(exception);
     return array;
 }
 
+JSValueRef wrapNodeOrNull(const Call& call, const std::shared_ptr<Node>& node)
+{
+    return node ? JSValueRef(wrapNode(call.realm(), node)) : call.null();
+}
+
 void append(Call& call, const std::shared_ptr<Element>& parent, std::size_t first, const char* member)
 {
-    for (std::size_t i = first; i < call.count(); ++i)
-        call.check(Element::insertBefore(parent, requireNode(call, i, member), nullptr));
+    for (std::size_t i = first; i < call.count(); ++i) {
+        // (Node or DOMString): strings become text.
+        std::shared_ptr<Node> node = nodeOf(call, call.arg(i));
+        if (!node)
+            node = std::make_shared<Text>(call.string(i));
+        call.check(Element::insertBefore(parent, node, nullptr));
+        reportBitmapCost(call, *parent);
+    }
+    (void)member;
+}
+
+// [LegacyNullToEmptyString] DOMString
+std::string textArgument(const Call& call, JSValueRef value)
+{
+    return JSValueIsNull(call.ctx(), value) ? std::string() : call.toString(value);
 }
 
 JSValueRef reflect(const Element& element, const Call& call, const char* name)
@@ -172,65 +223,123 @@ std::shared_ptr<Element> elementOf(const Call& call, JSValueRef value)
     return element ? std::shared_ptr<Element>(wrapper->object, element) : nullptr;
 }
 
+std::shared_ptr<Node> nodeOf(const Call& call, JSValueRef value)
+{
+    const Wrapper* wrapper = Call::wrapperOf(call.ctx(), value);
+    if (!wrapper)
+        return nullptr;
+    Node* node = nodePointer(*wrapper);
+    return node ? std::shared_ptr<Node>(wrapper->object, node) : nullptr;
+}
+
 JSValueRef wrapElementOrNull(const Call& call, const std::shared_ptr<Element>& element)
 {
     return element ? JSValueRef(wrapElement(call.realm(), element)) : call.null();
 }
 
+JSObjectRef wrapNode(Realm& realm, const std::shared_ptr<Node>& node)
+{
+    if (node->isText())
+        return realm.wrapCached(textInterface, std::static_pointer_cast<Text>(node), node.get());
+    return wrapElement(realm, std::static_pointer_cast<Element>(node));
+}
+
 InterfaceDefinition nodeInterface = {
     .name = "Node",
     .members = {
-        readonlyAttribute<nodeInterface, "nodeType">([](Call&, const Wrapper&) { return 1; }),
-        readonlyAttribute<nodeInterface, "nodeName">([](Call& call, const Wrapper& w) { return self(call, w)->tagName(); }),
+        constant("ELEMENT_NODE", 1),
+        constant("TEXT_NODE", 3),
+        readonlyAttribute<nodeInterface, "nodeType">([](Call& call, const Wrapper& w) {
+            return double(selfNode(call, w)->nodeType());
+        }),
+        readonlyAttribute<nodeInterface, "nodeName">([](Call& call, const Wrapper& w) {
+            auto node = selfNode(call, w);
+            return node->isText() ? std::string("#text") : static_cast<const Element&>(*node).tagName();
+        }),
         readonlyAttribute<nodeInterface, "parentNode">([](Call& call, const Wrapper& w) -> JSValueRef {
-            auto element = self(call, w);
-            if (Document* document = element->document(); document && document->documentElement() == element)
+            auto node = selfNode(call, w);
+            if (Document* document = node->document(); document && document->documentElement() == node)
                 return call.realm().document();
-            return wrapElementOrNull(call, element->parent());
+            return wrapElementOrNull(call, node->parent());
         }),
         readonlyAttribute<nodeInterface, "parentElement">([](Call& call, const Wrapper& w) {
-            return wrapElementOrNull(call, self(call, w)->parent());
+            return wrapElementOrNull(call, selfNode(call, w)->parent());
         }),
         readonlyAttribute<nodeInterface, "ownerDocument">([](Call& call, const Wrapper&) { return call.realm().document(); }),
-        readonlyAttribute<nodeInterface, "isConnected">([](Call& call, const Wrapper& w) { return self(call, w)->isConnected(); }),
-        readonlyAttribute<nodeInterface, "childNodes">([](Call& call, const Wrapper& w) { return childArray(call, *self(call, w)); }),
+        readonlyAttribute<nodeInterface, "isConnected">([](Call& call, const Wrapper& w) { return selfNode(call, w)->isConnected(); }),
+        readonlyAttribute<nodeInterface, "childNodes">([](Call& call, const Wrapper& w) {
+            return nodeArray(call, childrenOf(*selfNode(call, w)));
+        }),
         readonlyAttribute<nodeInterface, "firstChild">([](Call& call, const Wrapper& w) {
-            auto element = self(call, w);
-            return wrapElementOrNull(call, element->children().empty() ? nullptr : element->children().front());
+            const auto& children = childrenOf(*selfNode(call, w));
+            return wrapNodeOrNull(call, children.empty() ? nullptr : children.front());
         }),
         readonlyAttribute<nodeInterface, "lastChild">([](Call& call, const Wrapper& w) {
-            auto element = self(call, w);
-            return wrapElementOrNull(call, element->children().empty() ? nullptr : element->children().back());
+            const auto& children = childrenOf(*selfNode(call, w));
+            return wrapNodeOrNull(call, children.empty() ? nullptr : children.back());
         }),
         readonlyAttribute<nodeInterface, "nextSibling">([](Call& call, const Wrapper& w) {
-            return wrapElementOrNull(call, sibling(*self(call, w), 1));
+            return wrapNodeOrNull(call, sibling(*selfNode(call, w), 1));
         }),
         readonlyAttribute<nodeInterface, "previousSibling">([](Call& call, const Wrapper& w) {
-            return wrapElementOrNull(call, sibling(*self(call, w), -1));
+            return wrapNodeOrNull(call, sibling(*selfNode(call, w), -1));
         }),
-        operation<nodeInterface, "hasChildNodes", 0>([](Call& call, const Wrapper& w) { return !self(call, w)->children().empty(); }),
+        attribute<nodeInterface, "textContent">(
+            [](Call& call, const Wrapper& w) { return selfNode(call, w)->textContent(); },
+            [](Call& call, const Wrapper& w, JSValueRef value) {
+                auto node = selfNode(call, w);
+                if (node->isText())
+                    static_cast<Text&>(*node).setData(textArgument(call, value));
+                else
+                    static_cast<Element&>(*node).setTextContent(textArgument(call, value));
+            }),
+        operation<nodeInterface, "hasChildNodes", 0>([](Call& call, const Wrapper& w) {
+            return !childrenOf(*selfNode(call, w)).empty();
+        }),
         operation<nodeInterface, "contains", 1>([](Call& call, const Wrapper& w) {
-            auto other = elementOf(call, call.arg(0));
-            return other && self(call, w)->contains(*other);
+            auto node = selfNode(call, w);
+            auto other = nodeOf(call, call.arg(0));
+            if (!other)
+                return false;
+            return node == other || (node->isElement() && static_cast<const Element&>(*node).contains(*other));
         }),
         operation<nodeInterface, "appendChild", 1>([](Call& call, const Wrapper& w) {
-            auto child = requireNode(call, 0, "appendChild");
-            call.check(Element::insertBefore(self(call, w), child, nullptr));
+            auto parent = requireParent(call, w, "appendChild");
+            call.check(Element::insertBefore(parent, requireNode(call, 0, "appendChild"), nullptr));
+            reportBitmapCost(call, *parent);
             return call.arg(0);
         }),
         operation<nodeInterface, "insertBefore", 2>([](Call& call, const Wrapper& w) {
+            auto parent = requireParent(call, w, "insertBefore");
             auto child = requireNode(call, 0, "insertBefore");
-            std::shared_ptr<Element> reference;
+            std::shared_ptr<Node> reference;
             if (!JSValueIsNull(call.ctx(), call.arg(1)))
                 reference = requireNode(call, 1, "insertBefore");
-            call.check(Element::insertBefore(self(call, w), child, reference.get()));
+            call.check(Element::insertBefore(parent, child, reference.get()));
             return call.arg(0);
         }),
         operation<nodeInterface, "removeChild", 1>([](Call& call, const Wrapper& w) {
+            auto parent = requireParent(call, w, "removeChild");
             auto child = requireNode(call, 0, "removeChild");
-            call.check(self(call, w)->removeChild(*child));
+            call.check(parent->removeChild(*child));
             return call.arg(0);
         }),
+    },
+};
+
+InterfaceDefinition textInterface = {
+    .name = "Text",
+    .parent = &nodeInterface,
+    .constructor = [](Call& call) -> JSObjectRef {
+        return wrapNode(call.realm(), std::make_shared<Text>(call.has(0) ? call.string(0) : std::string()));
+    },
+    .members = {
+        attribute<textInterface, "data">(
+            [](Call&, Text& text) { return text.data(); },
+            [](Call& call, Text& text, JSValueRef value) { text.setData(textArgument(call, value)); }),
+        readonlyAttribute<textInterface, "length">([](Call&, Text& text) { return double(utf16Length(text.data())); }),
+        readonlyAttribute<textInterface, "wholeText">([](Call&, Text& text) { return text.data(); }),
+        operation<textInterface, "remove", 0>([](Call&, Text& text) { text.remove(); }),
     },
 };
 
@@ -269,26 +378,35 @@ InterfaceDefinition elementInterface = {
             auto element = self(call, w);
             std::string name = attributeName(call, *element, "setAttribute");
             element->setAttribute(name, call.string(1));
-            reflectCanvasSize(call, *element, name);
+            reportBitmapCost(call, *element);
         }),
         operation<elementInterface, "removeAttribute", 1>([](Call& call, const Wrapper& w) {
             auto element = self(call, w);
             std::string name = attributeName(call, *element, "removeAttribute");
             if (element->removeAttribute(name))
-                reflectCanvasSize(call, *element, name);
+                reportBitmapCost(call, *element);
         }),
-        readonlyAttribute<elementInterface, "children">([](Call& call, const Wrapper& w) { return childArray(call, *self(call, w)); }),
+        readonlyAttribute<elementInterface, "children">([](Call& call, const Wrapper& w) {
+            return nodeArray(call, self(call, w)->elementChildren());
+        }),
         readonlyAttribute<elementInterface, "childElementCount">([](Call& call, const Wrapper& w) {
-            return double(self(call, w)->children().size());
+            return double(self(call, w)->elementChildren().size());
         }),
         readonlyAttribute<elementInterface, "firstElementChild">([](Call& call, const Wrapper& w) {
-            auto element = self(call, w);
-            return wrapElementOrNull(call, element->children().empty() ? nullptr : element->children().front());
+            auto children = self(call, w)->elementChildren();
+            return wrapElementOrNull(call, children.empty() ? nullptr : children.front());
         }),
         readonlyAttribute<elementInterface, "lastElementChild">([](Call& call, const Wrapper& w) {
-            auto element = self(call, w);
-            return wrapElementOrNull(call, element->children().empty() ? nullptr : element->children().back());
+            auto children = self(call, w)->elementChildren();
+            return wrapElementOrNull(call, children.empty() ? nullptr : children.back());
         }),
+        attribute<elementInterface, "innerHTML">(
+            [](Call& call, const Wrapper& w) { return serializeChildren(*self(call, w)); },
+            [](Call& call, const Wrapper& w, JSValueRef value) {
+                auto element = self(call, w);
+                replaceChildrenWithMarkup(element, textArgument(call, value));
+                reportBitmapCost(call, *element);
+            }),
         operation<elementInterface, "append", 0>([](Call& call, const Wrapper& w) { append(call, self(call, w), 0, "append"); }),
         operation<elementInterface, "remove", 0>([](Call& call, const Wrapper& w) { self(call, w)->remove(); }),
     },

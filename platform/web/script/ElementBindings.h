@@ -7,6 +7,7 @@
 class CanvasImageSource;
 class Document;
 class Element;
+class Node;
 
 namespace script {
 
@@ -19,6 +20,9 @@ JSObjectRef wrapElement(Realm& realm, const std::shared_ptr<Element>& element);
 JSValueRef wrapElementOrNull(const Call& call, const std::shared_ptr<Element>& element);
 // The element a value wraps, whatever its interface, or null.
 std::shared_ptr<Element> elementOf(const Call& call, JSValueRef value);
+// A node (an element or a text) and its wrapper.
+JSObjectRef wrapNode(Realm& realm, const std::shared_ptr<Node>& node);
+std::shared_ptr<Node> nodeOf(const Call& call, JSValueRef value);
 // What drawImage and createPattern can take that a value wraps (a canvas, an image, a video, an
 // SVG image), or null.
 CanvasImageSource* imageSourceOf(const Call& call, JSValueRef value);

@@ -8,6 +8,7 @@ const std::vector<const InterfaceDefinition*>& allInterfaces()
         &domExceptionInterface,
         &documentInterface,
         &nodeInterface,
+        &textInterface,
         &elementInterface,
         &htmlElementInterface,
         &htmlCanvasElementInterface,

@@ -67,6 +67,24 @@ TEST_F(DocumentTreeTest, FocusGoesOnlyToFocusableConnectedElements)
               "true,true,true,1,0,true,true,true,true");
 }
 
+TEST_F(DocumentTreeTest, TextNodesAndMarkupMakeChildren)
+{
+    EXPECT_EQ(run("var d = document.createElement('div'), r = [];"
+                  "d.innerHTML = 'a &lt;b&gt; &amp;&#x1F3C1;&nbsp;c';"
+                  "var t = d.childNodes[0];"
+                  "r.push(d.childNodes.length, t.nodeType, t.nodeName, t.parentNode === d, t.data.length, t.length, d.children.length);"
+                  "d.innerHTML = '<p id=x class=\"k\">one<br>two<!-- c --></p><canvas width=\"7\"></canvas>tail';"
+                  "var p = d.firstChild, c = d.children[1];"
+                  "r.push(d.childNodes.length, p.tagName, p.id, p.childNodes.length, c.width, d.textContent, d.innerHTML);"
+                  "d.textContent = 'plain <i>'; r.push(d.childNodes.length, d.innerHTML, d.firstChild instanceof Text);"
+                  "try { t.appendChild(p); } catch (e) { r.push(e.name); }"
+                  "var n = document.createTextNode('x'); d.append(n, 'y'); r.push(d.textContent, n.nextSibling.data, new Text('z').data);"
+                  "r.join('|')"),
+              "1|3|#text|true|11|11|0|"
+              "3|P|x|3|7|onetwotail|<p id=\"x\" class=\"k\">one<br>two</p><canvas width=\"7\"></canvas>tail|"
+              "1|plain &lt;i&gt;|true|HierarchyRequestError|plain <i>xy|y|z");
+}
+
 TEST_F(DocumentTreeTest, DeepTreesNeitherCrashNorOutliveTheirDocument)
 {
     UIWebView::setExecutionTimeLimit(std::chrono::milliseconds(5000));
