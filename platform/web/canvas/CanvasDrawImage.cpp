@@ -66,6 +66,8 @@ ExceptionOr<void> CanvasRenderingContext2D::drawImage(CanvasImageSource& image, 
     auto usable = image.checkUsability();
     if (usable.isException())
         return usable.exception();
+    if (auto layers = checkNoOpenLayers(image, "drawImage"); layers.isException())
+        return layers;
     if (!usable.value())
         return {};
     Rect source = Rect{sx, sy, sw, sh}.normalized();

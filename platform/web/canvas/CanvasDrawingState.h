@@ -3,6 +3,7 @@
 #include "platform/web/canvas/AffineTransform.h"
 #include "platform/web/canvas/CanvasEnums.h"
 #include "platform/web/canvas/CanvasStyle.h"
+#include "platform/web/canvas/FilterPrimitive.h"
 #include "platform/web/css/CSSColor.h"
 #include "platform/web/text/CanvasText.h"
 
@@ -11,6 +12,8 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+class CanvasFilter;
 
 // The text part of the drawing state: what places text, plus the attributes that are only
 // reported. Shared copy-on-write between saved states, since fonts own strings.
@@ -54,7 +57,11 @@ struct CanvasDrawingState {
     double miterLimit = 10;
     std::vector<double> lineDash;
     double lineDashOffset = 0;
+    // The filter as set (CSS text, or a CanvasFilter object) and the primitives it draws with;
+    // no chain for "none".
     std::string filter = "none";
+    std::shared_ptr<CanvasFilter> filterObject;
+    std::shared_ptr<const FilterChain> filterChain;
     std::shared_ptr<const CanvasTextDrawingState> text = CanvasTextDrawingState::initial();
     std::shared_ptr<const CanvasClip> clip; // none: the whole canvas
 };

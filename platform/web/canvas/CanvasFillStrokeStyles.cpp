@@ -88,5 +88,7 @@ ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createCon
 
 ExceptionOr<std::shared_ptr<CanvasPattern>> CanvasRenderingContext2D::createPattern(CanvasImageSource& image, std::string_view repetition)
 {
+    if (auto layers = checkNoOpenLayers(image, "createPattern"); layers.isException())
+        return layers.exception();
     return CanvasPattern::create(image, repetition);
 }

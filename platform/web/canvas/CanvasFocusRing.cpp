@@ -32,5 +32,6 @@ void drawFocusIfNeeded(CanvasRenderingContext2D& context, const Element& element
         context.stroke(*path);
     else
         context.stroke();
-    context.restore();
+    // Cannot fail: the state on top is the one saved above, not a layer's.
+    (void)context.restore();
 }

@@ -8,11 +8,16 @@
 #include <cstdint>
 #include <cmath>
 #include <cstdlib>
+#include <string>
 
 namespace {
 
 DOMException zeroSize() { return DOMException{"IndexSizeError", "The source width and height must be non-zero."}; }
 DOMException tooLarge() { return DOMException{"RangeError", "Out of memory at ImageData creation."}; }
+DOMException layersOpen(const char* operation)
+{
+    return DOMException{"InvalidStateError", std::string("`") + operation + "()` cannot be called with open layers."};
+}
 
 // Image data of a context: in the canvas's colour space unless the script asked for another.
 ImageDataSettings withDefaultSpace(ImageDataSettings settings, PredefinedColorSpace canvasSpace)
@@ -74,6 +79,8 @@ ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::createImageDat
 ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::getImageData(int sx, int sy, int sw, int sh,
                                                                               const ImageDataSettings& settings)
 {
+    if (!layers_.empty())
+        return layersOpen("getImageData");
     if (sw == 0 || sh == 0)
         return zeroSize();
     long long x = sx, y = sy, width = sw, height = sh;
@@ -116,15 +123,17 @@ ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::getImageData(i
     return result;
 }
 
-void CanvasRenderingContext2D::putImageData(const ImageData& imageData, int dx, int dy)
+ExceptionOr<void> CanvasRenderingContext2D::putImageData(const ImageData& imageData, int dx, int dy)
 {
-    putImageData(imageData, dx, dy, 0, 0, int(std::min<unsigned>(imageData.width(), 0x7fffffff)),
+    return putImageData(imageData, dx, dy, 0, 0, int(std::min<unsigned>(imageData.width(), 0x7fffffff)),
                  int(std::min<unsigned>(imageData.height(), 0x7fffffff)));
 }
 
-void CanvasRenderingContext2D::putImageData(const ImageData& imageData, int dx, int dy, int dirtyX, int dirtyY,
-                                            int dirtyWidth, int dirtyHeight)
+ExceptionOr<void> CanvasRenderingContext2D::putImageData(const ImageData& imageData, int dx, int dy, int dirtyX, int dirtyY,
+                                                         int dirtyWidth, int dirtyHeight)
 {
+    if (!layers_.empty())
+        return layersOpen("putImageData");
     long long x = dirtyX, y = dirtyY, width = dirtyWidth, height = dirtyHeight;
     if (width < 0)
         x += width, width = -width;
@@ -138,11 +147,11 @@ void CanvasRenderingContext2D::putImageData(const ImageData& imageData, int dx, 
     width = std::min(width, dataWidth - x);
     height = std::min(height, dataHeight - y);
     if (width <= 0 || height <= 0)
-        return;
+        return {};
 
     cairo_surface_t* bitmap = canvas_.bitmap();
     if (!bitmap)
-        return;
+        return {};
     cairo_surface_flush(bitmap);
     std::uint8_t* pixels = cairo_image_surface_get_data(bitmap);
     int stride = cairo_image_surface_get_stride(bitmap);
@@ -165,4 +174,5 @@ void CanvasRenderingContext2D::putImageData(const ImageData& imageData, int dx, 
             target[column] = loadPixel(imageData, index, conversion);
     }
     cairo_surface_mark_dirty(bitmap);
+    return {};
 }

@@ -5,6 +5,7 @@
 #include "platform/web/canvas/CanvasGradient.h"
 #include "platform/web/canvas/CanvasPattern.h"
 #include "platform/web/canvas/ConicGradient.h"
+#include "platform/web/canvas/FilterEffects.h"
 #include "platform/web/canvas/GaussianBlur.h"
 
 #include <algorithm>
@@ -89,6 +90,21 @@ bool needsBandClip(const CanvasPaintSource& source)
 
 } // namespace
 
+std::array<cairo_path_data_t, 9> deviceRectanglePath(const CanvasDeviceRect& r)
+{
+    std::array<cairo_path_data_t, 9> data;
+    double corners[4][2] = {{double(r.x), double(r.y)},
+                            {double(r.x) + r.width, double(r.y)},
+                            {double(r.x) + r.width, double(r.y) + r.height},
+                            {double(r.x), double(r.y) + r.height}};
+    for (int i = 0; i < 4; ++i) {
+        data[2 * i].header = {i == 0 ? CAIRO_PATH_MOVE_TO : CAIRO_PATH_LINE_TO, 2};
+        data[2 * i + 1].point = {corners[i][0], corners[i][1]};
+    }
+    data[8].header = {CAIRO_PATH_CLOSE_PATH, 1};
+    return data;
+}
+
 bool CanvasPainter::drawsShadow(const CanvasDrawingState& state)
 {
     return state.shadowColor.srgb.alpha != 0 && (state.shadowBlur > 0 || state.shadowOffsetX != 0 || state.shadowOffsetY != 0);
@@ -99,6 +115,10 @@ void CanvasPainter::paint(const CanvasShape& shape, const CanvasPaintSource& sou
     if (!state_.transform.isInvertible() || shape.path.empty())
         return;
     shapeBounds_ = shape.stroke ? std::nullopt : fillBounds(shape, state_.transform);
+    if (state_.filterChain) {
+        paintFiltered(shape, source);
+        return;
+    }
     if (drawsShadow(state_))
         paintShadow(shape, source);
 
@@ -119,6 +139,45 @@ void CanvasPainter::paint(const CanvasShape& shape, const CanvasPaintSource& sou
     }
     cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
     cairo_set_source_rgba(cr_, 0, 0, 0, 0); // drop references to patterns and images
+}
+
+void CanvasPainter::paintFiltered(const CanvasShape& shape, const CanvasPaintSource& source)
+{
+    const FilterChain& chain = *state_.filterChain;
+    int reach = filterReach(chain);
+    // What lands on the target comes from within the filter's reach of it; a filter that
+    // paints only near what was drawn needs no more than the shape's surroundings.
+    CanvasDeviceRect area{canvasRect_.x - reach, canvasRect_.y - reach, canvasRect_.width + 2 * reach,
+                          canvasRect_.height + 2 * reach};
+    if (shapeBounds_ && !filterFillsRegion(chain)) {
+        const CanvasDeviceRect& b = *shapeBounds_;
+        area = intersect(area, {b.x - reach, b.y - reach, b.width + 2 * reach, b.height + 2 * reach});
+    }
+    if (area.width <= 0 || area.height <= 0)
+        return;
+    cairo_surface_t* image = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, area.width, area.height);
+    if (cairo_surface_status(image) != CAIRO_STATUS_SUCCESS) {
+        cairo_surface_destroy(image);
+        return;
+    }
+    cairo_surface_set_device_offset(image, -area.x, -area.y);
+    cairo_t* imageCairo = cairo_create(image);
+    drawShape(imageCairo, shape, source, 1, area);
+    cairo_destroy(imageCairo);
+    applyFilterChain(image, area, chain, colorSpace_);
+
+    CanvasDrawingState filtered = state_;
+    filtered.transform = AffineTransform();
+    filtered.filterChain.reset();
+    filtered.filterObject.reset();
+    CanvasImagePaint result;
+    result.surface = image;
+    cairo_matrix_init_identity(&result.patternMatrix);
+    result.filter = CAIRO_FILTER_NEAREST;
+    result.extend = CAIRO_EXTEND_NONE;
+    auto rectangle = deviceRectanglePath(area);
+    CanvasPainter(cr_, filtered, canvasRect_, colorSpace_).paint(CanvasShape{rectangle, false, false}, result);
+    cairo_surface_destroy(image);
 }
 
 void CanvasPainter::clear(const CanvasShape& shape)

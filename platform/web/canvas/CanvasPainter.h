@@ -4,6 +4,7 @@
 
 #include <cairo.h>
 
+#include <array>
 #include <optional>
 #include <span>
 #include <variant>
@@ -36,7 +37,10 @@ struct CanvasDeviceRect {
     int height = 0;
 };
 
-// The canvas drawing model on one Cairo context: shadow, global alpha and compositing
+// A closed rectangle path over device pixels.
+std::array<cairo_path_data_t, 9> deviceRectanglePath(const CanvasDeviceRect& rect);
+
+// The canvas drawing model on one Cairo context: filter, shadow, global alpha and compositing
 // operator around the painting of a shape. The context's clip is already on `cr`.
 class CanvasPainter {
 public:
@@ -54,6 +58,9 @@ public:
     static bool drawsShadow(const CanvasDrawingState& state);
 
 private:
+    // With a filter: the shape alone is drawn into an image, filtered, and the result painted
+    // like any image (shadow, alpha, operator, clip).
+    void paintFiltered(const CanvasShape& shape, const CanvasPaintSource& source);
     void paintShadow(const CanvasShape& shape, const CanvasPaintSource& source);
     // Paints the shape with its source on `cr` with the current operator, `alpha` applied.
     void drawShape(cairo_t* cr, const CanvasShape& shape, const CanvasPaintSource& source, double alpha,

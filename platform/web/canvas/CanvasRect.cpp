@@ -37,7 +37,7 @@ void CanvasRenderingContext2D::clearRect(double x, double y, double w, double h)
     if (!cr)
         return;
     auto path = rectanglePath(state_.transform, x, y, w, h);
-    CanvasPainter(cr, state_, CanvasDeviceRect{0, 0, int(canvas_.width()), int(canvas_.height())}).clear(CanvasShape{path, false, false});
+    CanvasPainter(cr, state_, targetArea(), drawingSpace()).clear(CanvasShape{path, false, false});
 }
 
 void CanvasRenderingContext2D::fillRect(double x, double y, double w, double h)

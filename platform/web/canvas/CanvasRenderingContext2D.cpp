@@ -16,14 +16,14 @@ CanvasRenderingContext2D::CanvasRenderingContext2D(HTMLCanvasElement& canvas, co
 
 CanvasRenderingContext2D::~CanvasRenderingContext2D()
 {
-    releaseCairo();
+    discardLayers();
     if (scratchCairo_)
         cairo_destroy(scratchCairo_);
 }
 
 void CanvasRenderingContext2D::resetToInitialState()
 {
-    releaseCairo();
+    discardLayers();
     clearPath();
     stateStack_.clear();
     state_ = CanvasDrawingState();
@@ -34,10 +34,10 @@ cairo_t* CanvasRenderingContext2D::cairo()
     if (cairo_ && cairo_status(cairo_) != CAIRO_STATUS_SUCCESS)
         releaseCairo();
     if (!cairo_) {
-        cairo_surface_t* bitmap = canvas_.bitmap();
-        if (!bitmap)
+        cairo_surface_t* target = targetSurface();
+        if (!target)
             return nullptr;
-        cairo_ = cairo_create(bitmap);
+        cairo_ = cairo_create(target);
         appliedClip_.reset();
     }
     if (appliedClip_ != state_.clip) {
@@ -86,7 +86,5 @@ void CanvasRenderingContext2D::paint(const CanvasShape& shape, const CanvasPaint
     cairo_t* cr = cairo();
     if (!cr)
         return;
-    CanvasPainter(cr, state_, CanvasDeviceRect{0, 0, int(canvas_.width()), int(canvas_.height())},
-                  toCSSColorSpace(settings_.colorSpace))
-        .paint(shape, source);
+    CanvasPainter(cr, state_, targetArea(), drawingSpace()).paint(shape, source);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/web/canvas/CanvasDrawingState.h"
 #include "platform/web/canvas/CanvasEnums.h"
+#include "platform/web/canvas/CanvasPainter.h"
 #include "platform/web/canvas/CanvasPath.h"
 #include "platform/web/canvas/CanvasStyle.h"
 #include "platform/web/canvas/HTMLCanvasElement.h"
@@ -25,6 +26,7 @@ class CanvasGradient;
 class CanvasImageSource;
 struct CanvasImagePaint;
 struct CanvasShape;
+class CanvasFilter;
 class CanvasPattern;
 class Path2D;
 
@@ -46,7 +48,8 @@ public:
 
     // CanvasState
     void save();
-    void restore();
+    // InvalidStateError when the state on top belongs to a layer (endLayer() closes it).
+    ExceptionOr<void> restore();
     void reset();
     bool isContextLost() const { return false; }
 
@@ -96,9 +99,23 @@ public:
     std::string shadowColor() const;
     void setShadowColor(std::string_view color);
 
-    // CanvasFilters: kept and reported; drawing ignores filters.
+    // CanvasFilters. filter() is the CSS text last set; while a CanvasFilter object is set,
+    // filterObject() is it. Text that is not a filter list changes nothing.
     std::string filter() const { return state_.filter; }
+    const std::shared_ptr<CanvasFilter>& filterObject() const { return state_.filterObject; }
     void setFilter(std::string_view filter);
+    void setFilter(std::shared_ptr<CanvasFilter> filter);
+    // The primitives of a CSS filter list (currentcolor being the canvas element's colour);
+    // null for "none" and for text that is not a filter list.
+    std::shared_ptr<const FilterChain> resolveFilter(std::string_view filter) const;
+
+    // Layers: beginLayer() saves the state, resets alpha, compositing, shadows and filter, and
+    // sends drawing to a new transparent layer; endLayer() restores the state and draws the
+    // layer through `filter` and the restored state as one image. InvalidStateError from
+    // endLayer() when the state on top is not a layer's.
+    ExceptionOr<void> beginLayer(std::shared_ptr<const FilterChain> filter = nullptr);
+    ExceptionOr<void> endLayer();
+    std::size_t openLayerCount() const { return layers_.size(); }
 
     // CanvasRect
     void clearRect(double x, double y, double w, double h);
@@ -138,8 +155,10 @@ public:
     ExceptionOr<std::shared_ptr<ImageData>> createImageData(int sw, int sh, const ImageDataSettings& settings = {});
     ExceptionOr<std::shared_ptr<ImageData>> createImageData(const ImageData& imageData);
     ExceptionOr<std::shared_ptr<ImageData>> getImageData(int sx, int sy, int sw, int sh, const ImageDataSettings& settings = {});
-    void putImageData(const ImageData& imageData, int dx, int dy);
-    void putImageData(const ImageData& imageData, int dx, int dy, int dirtyX, int dirtyY, int dirtyWidth, int dirtyHeight);
+    // getImageData and putImageData: InvalidStateError while layers are open.
+    ExceptionOr<void> putImageData(const ImageData& imageData, int dx, int dy);
+    ExceptionOr<void> putImageData(const ImageData& imageData, int dx, int dy, int dirtyX, int dirtyY, int dirtyWidth,
+                                   int dirtyHeight);
 
     // CanvasPathDrawingStyles
     double lineWidth() const { return state_.lineWidth; }
@@ -193,10 +212,26 @@ protected:
     bool acceptsPathCalls() const override { return state_.transform.isInvertible(); }
 
 private:
-    // The Cairo context on the canvas's bitmap with the current clip applied; null when the
-    // canvas has no bitmap.
+    // An open layer: its pixels (reaching past the canvas where its filters and the state it
+    // is drawn with can pull from), and where in the saved states it began.
+    struct Layer {
+        cairo_surface_t* surface = nullptr; // null past kMaxLayers: drawing then goes below
+        CanvasDeviceRect area;
+        std::shared_ptr<const FilterChain> filter;
+        std::size_t depth = 0; // stateStack_.size() once beginLayer() pushed the state
+    };
+
+    // The Cairo context on the current target (the top layer, else the canvas's bitmap) with
+    // the current clip applied; null when the canvas has no bitmap.
     cairo_t* cairo();
     void releaseCairo();
+    // Where drawing goes: the top layer with a surface, else the bitmap; and its device area.
+    cairo_surface_t* targetSurface();
+    CanvasDeviceRect targetArea() const;
+    CSSColorSpace drawingSpace() const { return toCSSColorSpace(settings_.colorSpace); }
+    void discardLayers();
+    // InvalidStateError when `image` is a canvas with open layers of its own.
+    static ExceptionOr<void> checkNoOpenLayers(CanvasImageSource& image, const char* operation);
     // A tiny context for hit testing, which must work even without a bitmap.
     cairo_t* scratchCairo();
     void paint(const CanvasShape& shape, const std::variant<const CanvasPaintStyle*, CanvasImagePaint>& source);
@@ -216,6 +251,7 @@ private:
     CanvasRenderingContext2DSettings settings_;
     CanvasDrawingState state_;
     std::vector<CanvasDrawingState> stateStack_;
+    std::vector<Layer> layers_;
     cairo_t* cairo_ = nullptr;
     std::shared_ptr<const CanvasClip> appliedClip_;
     cairo_t* scratchCairo_ = nullptr;

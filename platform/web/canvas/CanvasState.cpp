@@ -11,16 +11,20 @@ void CanvasRenderingContext2D::save()
     stateStack_.push_back(state_);
 }
 
-void CanvasRenderingContext2D::restore()
+ExceptionOr<void> CanvasRenderingContext2D::restore()
 {
+    if (!layers_.empty() && layers_.back().depth == stateStack_.size())
+        return DOMException{"InvalidStateError", "Called `restore()` with no matching `save()` inside layer."};
     if (stateStack_.empty())
-        return;
+        return {};
     state_ = std::move(stateStack_.back());
     stateStack_.pop_back();
+    return {};
 }
 
 void CanvasRenderingContext2D::reset()
 {
+    discardLayers();
     if (cairo_t* cr = cairo()) {
         cairo_save(cr);
         cairo_reset_clip(cr);

@@ -1,135 +1,176 @@
 #include "platform/web/css/CSSFilter.h"
 
-#include "platform/web/css/CSSColor.h"
 #include "platform/web/css/CSSScanner.h"
 
-#include <array>
-#include <cctype>
+#include <algorithm>
+#include <cmath>
 #include <string>
+#include <utility>
 
 namespace {
 
 using Numeric = CSSScanner::Numeric;
+using Kind = CSSFilterFunction::Kind;
 
-bool isLength(const Numeric& n, bool nonNegative)
+// CSS pixels per unit; font-relative units as for a 16px font, viewport units as for a
+// viewport of 0 (a canvas has none).
+std::optional<double> pixelsPerUnit(const std::string& unit)
 {
-    static constexpr std::array<std::string_view, 16> kUnits = {"px", "em", "rem", "ex", "ch", "in", "cm", "mm", "q", "pt", "pc",
-                                                                "vw", "vh", "vmin", "vmax", "lh"};
-    if (nonNegative && n.value < 0)
-        return false;
+    static constexpr std::pair<std::string_view, double> kUnits[] = {
+        {"px", 1},        {"in", 96},    {"cm", 96 / 2.54}, {"mm", 96 / 25.4}, {"q", 96 / 101.6}, {"pt", 96.0 / 72},
+        {"pc", 16},       {"em", 16},    {"rem", 16},       {"ex", 8},         {"ch", 8},          {"lh", 19.2},
+        {"vw", 0},        {"vh", 0},     {"vmin", 0},       {"vmax", 0}};
+    for (const auto& [name, factor] : kUnits) {
+        if (unit == name)
+            return factor;
+    }
+    return {};
+}
+
+std::optional<double> length(const Numeric& n)
+{
     if (n.isNumber())
-        return n.value == 0;
+        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
     if (n.type != Numeric::Type::Dimension)
-        return false;
-    for (auto unit : kUnits) {
-        if (n.unit == unit)
-            return true;
-    }
-    return false;
+        return {};
+    auto factor = pixelsPerUnit(n.unit);
+    if (!factor)
+        return {};
+    return n.value * *factor;
 }
 
-bool isAngle(const Numeric& n)
+std::optional<double> angle(const Numeric& n)
 {
     if (n.isNumber())
-        return n.value == 0;
-    return n.type == Numeric::Type::Dimension && (n.unit == "deg" || n.unit == "rad" || n.unit == "grad" || n.unit == "turn");
+        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
+    if (n.type != Numeric::Type::Dimension)
+        return {};
+    if (n.unit == "deg")
+        return n.value;
+    if (n.unit == "rad")
+        return n.value * 180 / M_PI;
+    if (n.unit == "grad")
+        return n.value * 0.9;
+    if (n.unit == "turn")
+        return n.value * 360;
+    return {};
 }
 
-// The text of one colour value at the scanner: a name, a hex colour or a colour function.
-bool skipColor(CSSScanner& scanner, std::string_view text)
+bool parseDropShadow(CSSScanner& scanner, CSSFilterFunction& function)
 {
-    std::size_t start = scanner.position();
-    if (scanner.consume('#')) {
-        while (!scanner.atEnd() && std::isalnum(static_cast<unsigned char>(scanner.peek())))
-            scanner.rewind(scanner.position() + 1);
-    } else if (scanner.functionName()) {
-        int depth = 1;
-        while (!scanner.atEnd() && depth > 0) {
-            char c = scanner.peek();
-            depth += c == '(' ? 1 : c == ')' ? -1 : 0;
-            scanner.rewind(scanner.position() + 1);
-        }
-        if (depth != 0)
-            return false;
-    } else if (!scanner.identifier()) {
-        return false;
-    }
-    return parseCSSColor(text.substr(start, scanner.position() - start)).has_value();
-}
-
-bool parseDropShadow(CSSScanner& scanner, std::string_view text)
-{
-    int lengths = 0;
-    bool color = false;
+    std::vector<double> lengths;
     bool lengthsDone = false;
     while (true) {
         scanner.skipWhitespace();
         if (scanner.consume(')'))
-            return lengths >= 2;
+            break;
         std::size_t at = scanner.position();
         if (auto n = scanner.numeric()) {
-            if (lengthsDone || lengths == 3 || !isLength(*n, lengths == 2))
+            auto value = length(*n);
+            if (lengthsDone || lengths.size() == 3 || !value || (lengths.size() == 2 && *value < 0))
                 return false;
-            ++lengths;
+            lengths.push_back(*value);
             continue;
         }
         scanner.rewind(at);
-        if (color || !skipColor(scanner, text))
+        if (function.color)
             return false;
-        color = true;
-        lengthsDone = lengths > 0;
+        function.color = css_color_detail::consumeColor(scanner, CSSColorValue::opaqueBlack());
+        if (!function.color)
+            return false;
+        lengthsDone = !lengths.empty();
     }
+    if (lengths.size() < 2)
+        return false;
+    function.offsetX = lengths[0];
+    function.offsetY = lengths[1];
+    function.blur = lengths.size() == 3 ? lengths[2] : 0;
+    return true;
 }
 
-bool parseFunction(const std::string& name, CSSScanner& scanner, std::string_view text)
+std::optional<Kind> functionKind(const std::string& name)
 {
-    if (name == "drop-shadow")
-        return parseDropShadow(scanner, text);
-    if (name == "url") {
+    static constexpr std::pair<std::string_view, Kind> kFunctions[] = {
+        {"blur", Kind::Blur},         {"brightness", Kind::Brightness}, {"contrast", Kind::Contrast},
+        {"drop-shadow", Kind::DropShadow}, {"grayscale", Kind::Grayscale}, {"hue-rotate", Kind::HueRotate},
+        {"invert", Kind::Invert},     {"opacity", Kind::Opacity},       {"saturate", Kind::Saturate},
+        {"sepia", Kind::Sepia},       {"url", Kind::Url}};
+    for (const auto& [text, kind] : kFunctions) {
+        if (name == text)
+            return kind;
+    }
+    return {};
+}
+
+std::optional<CSSFilterFunction> parseFunction(const std::string& name, CSSScanner& scanner)
+{
+    auto kind = functionKind(name);
+    if (!kind)
+        return {};
+    CSSFilterFunction function;
+    function.kind = *kind;
+    if (*kind == Kind::DropShadow)
+        return parseDropShadow(scanner, function) ? std::optional(function) : std::nullopt;
+    if (*kind == Kind::Url) {
+        std::size_t start = scanner.position();
         while (!scanner.atEnd() && scanner.peek() != ')')
             scanner.rewind(scanner.position() + 1);
-        return scanner.consume(')');
+        function.url = std::string(scanner.text().substr(start, scanner.position() - start));
+        return scanner.consume(')') ? std::optional(function) : std::nullopt;
     }
+    // An omitted argument: no blur, no rotation, else the whole effect.
+    function.amount = *kind == Kind::Blur || *kind == Kind::HueRotate ? 0 : 1;
     scanner.skipWhitespace();
     if (scanner.consume(')'))
-        return name == "blur" || name == "brightness" || name == "contrast" || name == "grayscale" || name == "hue-rotate"
-            || name == "invert" || name == "opacity" || name == "saturate" || name == "sepia";
+        return function;
     auto n = scanner.numeric();
     if (!n)
-        return false;
-    bool valid;
-    if (name == "blur")
-        valid = isLength(*n, true);
-    else if (name == "hue-rotate")
-        valid = isAngle(*n);
-    else if (name == "brightness" || name == "contrast" || name == "grayscale" || name == "invert" || name == "opacity"
-             || name == "saturate" || name == "sepia")
-        valid = (n->isNumber() || n->isPercentage()) && n->value >= 0;
-    else
-        valid = false;
+        return {};
+    std::optional<double> value;
+    if (*kind == Kind::Blur) {
+        value = length(*n);
+        if (value && *value < 0)
+            return {};
+    } else if (*kind == Kind::HueRotate) {
+        value = angle(*n);
+    } else if ((n->isNumber() || n->isPercentage()) && n->value >= 0) {
+        value = n->isPercentage() ? n->value / 100 : n->value;
+        // These cannot do more than all of their effect.
+        bool capped = *kind == Kind::Grayscale || *kind == Kind::Invert || *kind == Kind::Opacity || *kind == Kind::Sepia;
+        if (capped)
+            value = std::min(*value, 1.0);
+    }
     scanner.skipWhitespace();
-    return valid && scanner.consume(')');
+    if (!value || !std::isfinite(*value) || !scanner.consume(')'))
+        return {};
+    function.amount = *value;
+    return function;
 }
 
 } // namespace
 
-bool isValidCSSFilter(std::string_view text)
+std::optional<std::vector<CSSFilterFunction>> parseCSSFilter(std::string_view text)
 {
     CSSScanner scanner(text);
     scanner.skipWhitespace();
     if (scanner.atEnd())
-        return false;
+        return {};
     std::size_t start = scanner.position();
     if (auto keyword = scanner.identifier(); keyword && *keyword == "none") {
         scanner.skipWhitespace();
-        return scanner.atEnd();
+        return scanner.atEnd() ? std::optional(std::vector<CSSFilterFunction>()) : std::nullopt;
     }
     scanner.rewind(start);
+    std::vector<CSSFilterFunction> functions;
     while (!scanner.atEnd()) {
         auto name = scanner.functionName();
-        if (!name || !parseFunction(*name, scanner, text))
-            return false;
+        if (!name)
+            return {};
+        auto function = parseFunction(*name, scanner);
+        if (!function)
+            return {};
+        functions.push_back(std::move(*function));
         scanner.skipWhitespace();
     }
-    return true;
+    return functions;
 }

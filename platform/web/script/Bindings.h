@@ -24,6 +24,7 @@ extern InterfaceDefinition cssStyleDeclarationInterface;
 extern InterfaceDefinition canvasRenderingContext2DInterface;
 extern InterfaceDefinition canvasGradientInterface;
 extern InterfaceDefinition canvasPatternInterface;
+extern InterfaceDefinition canvasFilterInterface;
 extern InterfaceDefinition path2DInterface;
 extern InterfaceDefinition imageDataInterface;
 extern InterfaceDefinition textMetricsInterface;

@@ -5,6 +5,7 @@
 #include "platform/web/canvas/CanvasRenderingContext2D.h"
 #include "platform/web/canvas/HTMLCanvasElement.h"
 #include "platform/web/script/Bindings.h"
+#include "platform/web/script/CanvasFilterBinding.h"
 #include "platform/web/script/CanvasPathBinding.h"
 #include "platform/web/script/ElementBindings.h"
 #include "platform/web/script/GeometryConversions.h"
@@ -75,7 +76,7 @@ std::vector<Member> contextStateMembers()
         operation<I, "getContextAttributes", 0>([](Call& call, Context& c) { return contextAttributes(call, c); }),
         // CanvasState
         operation<I, "save", 0>([](Call&, Context& c) { c.save(); }),
-        operation<I, "restore", 0>([](Call&, Context& c) { c.restore(); }),
+        operation<I, "restore", 0>([](Call& call, Context& c) { call.check(c.restore()); }),
         operation<I, "reset", 0>([](Call&, Context& c) { c.reset(); }),
         operation<I, "isContextLost", 0>([](Call&, Context& c) { return c.isContextLost(); }),
         // CanvasTransform
@@ -147,7 +148,11 @@ std::vector<Member> contextStateMembers()
         NUMBER_ATTRIBUTE("shadowBlur", shadowBlur, setShadowBlur),
         STRING_ATTRIBUTE("shadowColor", shadowColor, setShadowColor),
         // CanvasFilters
-        STRING_ATTRIBUTE("filter", filter, setFilter),
+        attribute<I, "filter">([](Call& call, Context& c) { return filterValue(call, c); },
+                               [](Call& call, Context& c, JSValueRef v) { setFilterValue(call, c, v); }),
+        // Layers
+        operation<I, "beginLayer", 0>([](Call& call, Context& c) { call.check(c.beginLayer(layerFilter(call, c, call.arg(0)))); }),
+        operation<I, "endLayer", 0>([](Call& call, Context& c) { call.check(c.endLayer()); }),
         // CanvasPathDrawingStyles
         NUMBER_ATTRIBUTE("lineWidth", lineWidth, setLineWidth),
         STRING_ATTRIBUTE("lineCap", lineCap, setLineCap),

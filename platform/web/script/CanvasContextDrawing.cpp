@@ -205,12 +205,12 @@ std::vector<Member> contextDrawingMembers()
             std::int32_t dx = call.enforceRangeLong(1);
             std::int32_t dy = call.enforceRangeLong(2);
             if (count == 3)
-                return c.putImageData(data, dx, dy);
+                return call.check(c.putImageData(data, dx, dy));
             std::int32_t dirtyX = call.enforceRangeLong(3);
             std::int32_t dirtyY = call.enforceRangeLong(4);
             std::int32_t dirtyWidth = call.enforceRangeLong(5);
             std::int32_t dirtyHeight = call.enforceRangeLong(6);
-            c.putImageData(data, dx, dy, dirtyX, dirtyY, dirtyWidth, dirtyHeight);
+            call.check(c.putImageData(data, dx, dy, dirtyX, dirtyY, dirtyWidth, dirtyHeight));
         }),
     };
 }

@@ -21,6 +21,7 @@ const std::vector<const InterfaceDefinition*>& allInterfaces()
         &canvasRenderingContext2DInterface,
         &canvasGradientInterface,
         &canvasPatternInterface,
+        &canvasFilterInterface,
         &path2DInterface,
         &imageDataInterface,
         &textMetricsInterface,

@@ -95,7 +95,7 @@ TEST(CanvasState, SaveAndRestoreCoverEveryPartIncludingTheClip)
     canvas->setFont("20px serif");
     canvas->rect(0, 0, 5, 10);
     canvas->clip();
-    canvas->restore();
+    EXPECT_FALSE(canvas->restore().isException());
     EXPECT_EQ(fillText(canvas->fillStyle()), "#000000");
     EXPECT_TRUE(canvas->getTransform().isIdentity());
     EXPECT_EQ(canvas->lineWidth(), 1);
@@ -106,8 +106,8 @@ TEST(CanvasState, SaveAndRestoreCoverEveryPartIncludingTheClip)
     EXPECT_EQ(pixelAt(canvas, 15, 5), kBlack);
     canvas->fill();
     // Unbalanced restores are harmless.
-    canvas->restore();
-    canvas->restore();
+    EXPECT_FALSE(canvas->restore().isException());
+    EXPECT_FALSE(canvas->restore().isException());
     EXPECT_EQ(canvas->lineWidth(), 1);
 }
 
@@ -125,7 +125,7 @@ TEST(CanvasState, ResetAndResizingClearEverything)
     EXPECT_TRUE(canvas->getTransform().isIdentity());
     canvas->fill(); // the old path is gone
     EXPECT_EQ(pixelAt(canvas, 0, 0), kTransparent);
-    canvas->restore(); // and so is the saved state
+    EXPECT_FALSE(canvas->restore().isException()); // and so is the saved state
     EXPECT_TRUE(canvas->getTransform().isIdentity());
 
     canvas->setFillStyle(std::string("blue"));
