@@ -17,6 +17,31 @@ constexpr std::array<std::string_view, 7> kVariantCaps = {
     "normal", "small-caps", "all-small-caps", "petite-caps", "all-petite-caps", "unicase", "titling-caps"};
 constexpr std::array<std::string_view, 4> kTextRenderings = {"auto", "optimizeSpeed", "optimizeLegibility", "geometricPrecision"};
 
+// What relative sizes in a font refer to: the canvas element's computed font while it is in a
+// document, else the default.
+CanvasFontBasis fontBasisOf(const HTMLCanvasElement& canvas)
+{
+    CanvasFontBasis basis;
+    if (auto element = canvas.fontBasis()) {
+        basis.fontSize = element->fontSize;
+        basis.lineHeight = element->lineHeight;
+        basis.rootFontSize = element->rootFontSize;
+        basis.rootLineHeight = element->rootLineHeight;
+        basis.families = element->families;
+    }
+    return basis;
+}
+
+// Spacing in units of the font ("1em", "0.5ch") follows the font as it changes.
+void resolveSpacing(CanvasTextDrawingState& text)
+{
+    for (auto [written, pixels] : {std::pair{&text.letterSpacing, &text.style.letterSpacing},
+                                   std::pair{&text.wordSpacing, &text.style.wordSpacing}}) {
+        if (!written->ends_with("px"))
+            *pixels = parseCanvasSpacing(*written, text.style.font).value_or(*pixels);
+    }
+}
+
 } // namespace
 
 std::shared_ptr<CanvasTextDrawingState> CanvasRenderingContext2D::mutableText()
@@ -35,7 +60,7 @@ std::string CanvasRenderingContext2D::font() const { return state_.text->style.f
 
 void CanvasRenderingContext2D::setFont(std::string_view font)
 {
-    auto parsed = parseCanvasFont(font);
+    auto parsed = parseCanvasFont(font, fontBasisOf(canvas_));
     if (!parsed)
         return;
     if (*parsed == state_.text->style.font)
@@ -49,6 +74,7 @@ void CanvasRenderingContext2D::setFont(std::string_view font)
             text->fontStretch = std::string(keyword.name);
     }
     text->style.font = std::move(*parsed);
+    resolveSpacing(*text);
 }
 
 std::string_view CanvasRenderingContext2D::textAlign() const { return toString(state_.text->style.align); }
@@ -120,6 +146,7 @@ void CanvasRenderingContext2D::setFontStretch(std::string_view stretch)
             auto text = mutableText();
             text->fontStretch = std::string(keyword.name);
             text->style.font.stretch = keyword.percentage;
+            resolveSpacing(*text);
             return;
         }
     }

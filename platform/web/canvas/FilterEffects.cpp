@@ -148,6 +148,11 @@ void applyFilterChain(cairo_surface_t* surface, const CanvasDeviceRect& area, co
 {
     if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS || cairo_image_surface_get_format(surface) != CAIRO_FORMAT_ARGB32)
         return;
+    // The primitives work in the surface's own pixels; Cairo would otherwise shift every copy
+    // by the offset that places the surface on the canvas.
+    double offsetX, offsetY;
+    cairo_surface_get_device_offset(surface, &offsetX, &offsetY);
+    cairo_surface_set_device_offset(surface, 0, 0);
     for (const auto& primitive : chain) {
         if (auto* blur = std::get_if<GaussianBlurPrimitive>(&primitive))
             gaussianBlurSurface(surface, std::max(0.0, blur->deviationX), std::max(0.0, blur->deviationY));
@@ -162,4 +167,5 @@ void applyFilterChain(cairo_surface_t* surface, const CanvasDeviceRect& area, co
         else if (auto* turbulence = std::get_if<TurbulencePrimitive>(&primitive))
             renderTurbulence(surface, area, *turbulence);
     }
+    cairo_surface_set_device_offset(surface, offsetX, offsetY);
 }

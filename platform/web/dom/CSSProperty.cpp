@@ -13,6 +13,7 @@ namespace {
 constexpr std::array<std::string_view, kCSSPropertyCount> kNames = {
     "color", "font-style", "font-variant", "font-weight", "font-stretch", "font-size", "line-height", "font-family",
     "width", "height", "display", "direction", "visibility", "position", "letter-spacing", "word-spacing",
+    "text-align", "margin", "padding",
 };
 
 std::string lower(std::string_view text)
@@ -140,6 +141,38 @@ std::optional<std::string> fontFamily(std::string_view text)
     }
 }
 
+// margin and padding: one to four lengths or percentages (margins may be negative or auto).
+std::optional<std::string> boxEdges(std::string_view value, bool margin)
+{
+    std::string out;
+    std::size_t count = 0, i = 0;
+    while (i < value.size()) {
+        while (i < value.size() && value[i] == ' ')
+            ++i;
+        std::size_t start = i;
+        while (i < value.size() && value[i] != ' ')
+            ++i;
+        if (start == i)
+            break;
+        std::string_view part = value.substr(start, i - start);
+        std::string kept;
+        if (margin && part == "auto") {
+            kept = "auto";
+        } else {
+            auto length = parseCSSLength(part);
+            if (!length || (length->unit.empty() && length->value != 0) || (!margin && length->value < 0))
+                return {};
+            kept = lengthText(*length);
+        }
+        if (++count > 4)
+            return {};
+        out += (out.empty() ? "" : " ") + kept;
+    }
+    if (count == 0)
+        return {};
+    return out;
+}
+
 std::optional<std::string> color(std::string_view value)
 {
     if (lower(value) == "currentcolor")
@@ -224,6 +257,16 @@ std::optional<std::string> parseCSSPropertyValue(CSSPropertyID id, std::string_v
         return oneOf(value, {"visible", "hidden", "collapse"}) ? std::optional(value) : std::nullopt;
     case CSSPropertyID::Position:
         return oneOf(value, {"static", "relative", "absolute", "fixed", "sticky"}) ? std::optional(value) : std::nullopt;
+    case CSSPropertyID::TextAlign:
+        return oneOf(value, {"left", "right", "center", "justify", "start", "end"}) ? std::optional(value) : std::nullopt;
+    case CSSPropertyID::Margin:
+    case CSSPropertyID::Padding: {
+        std::string spaced = value;
+        for (char& c : spaced)
+            if (std::isspace(static_cast<unsigned char>(c)))
+                c = ' ';
+        return boxEdges(spaced, id == CSSPropertyID::Margin);
+    }
     case CSSPropertyID::LetterSpacing:
     case CSSPropertyID::WordSpacing: {
         if (value == "normal")

@@ -27,9 +27,13 @@ enum class CSSPropertyID {
     Position,
     LetterSpacing,
     WordSpacing,
+    TextAlign,
+    // One to four lengths (top, right, bottom, left as CSS repeats them); no longhands here.
+    Margin,
+    Padding,
 };
 
-inline constexpr std::size_t kCSSPropertyCount = std::size_t(CSSPropertyID::WordSpacing) + 1;
+inline constexpr std::size_t kCSSPropertyCount = std::size_t(CSSPropertyID::Padding) + 1;
 
 // "font-size" for FontSize.
 std::string_view cssPropertyName(CSSPropertyID id);

@@ -167,6 +167,34 @@ void applyLineHeight(ComputedStyle& style, const std::string& value, const Compu
     }
 }
 
+// "8px", "1em 0", "1px 2px 3px 4px": top, right, bottom, left as CSS repeats them.
+std::array<double, 4> boxEdges(const std::string& value, const LengthBasis& basis)
+{
+    std::vector<double> sides;
+    std::size_t i = 0;
+    while (i < value.size()) {
+        std::size_t end = value.find(' ', i);
+        if (end == std::string::npos)
+            end = value.size();
+        auto length = parseCSSLength(value.substr(i, end - i));
+        sides.push_back(length && length->unit != "%" ? pixels(*length, basis) : 0);
+        i = end + 1;
+    }
+    while (sides.size() < 4)
+        sides.push_back(sides.size() == 3 ? sides[1] : sides[0]);
+    return {sides[0], sides[1], sides[2], sides[3]};
+}
+
+std::string serializeEdges(const std::array<double, 4>& edges)
+{
+    if (edges[0] == edges[1] && edges[1] == edges[2] && edges[2] == edges[3])
+        return numberToString(edges[0]) + "px";
+    std::string out;
+    for (double edge : edges)
+        out += (out.empty() ? "" : " ") + numberToString(edge) + "px";
+    return out;
+}
+
 // One element's style from its inline declarations over its parent's.
 ComputedStyle cascade(const Element& element, const ComputedStyle& parent, const ComputedStyle* root)
 {
@@ -186,6 +214,7 @@ ComputedStyle cascade(const Element& element, const ComputedStyle& parent, const
     style.visibility = parent.visibility;
     style.letterSpacing = parent.letterSpacing;
     style.wordSpacing = parent.wordSpacing;
+    style.textAlign = parent.textAlign;
     style.display = defaultDisplay(element);
 
     const InlineStyle& declared = element.inlineStyle();
@@ -203,9 +232,15 @@ ComputedStyle cascade(const Element& element, const ComputedStyle& parent, const
         rootLineHeight = lineHeightOf(style);
     basis = {style.fontSize, rootFontSize, lineHeightOf(style), rootLineHeight};
 
+    // The margins the browser's own style sheet gives.
+    if (element.isHTML() && element.localName() == "body")
+        style.margin = {8, 8, 8, 8};
+    else if (element.isHTML() && element.localName() == "p")
+        style.margin = {style.fontSize, 0, style.fontSize, 0};
+
     for (const auto& [property, value] : declared.declarations()) {
         bool inherited = property != CSSPropertyID::Width && property != CSSPropertyID::Height && property != CSSPropertyID::Display
-            && property != CSSPropertyID::Position;
+            && property != CSSPropertyID::Position && property != CSSPropertyID::Margin && property != CSSPropertyID::Padding;
         Keyword keyword = wideKeyword(value, inherited);
         // The parent's or the initial value of the property, as text where it is kept as text.
         auto pick = [&](std::string ComputedStyle::*member) {
@@ -249,6 +284,17 @@ ComputedStyle cascade(const Element& element, const ComputedStyle& parent, const
             auto length = parseCSSLength(style.*member);
             if (keyword == Keyword::None && length && length->unit != "%")
                 style.*member = numberToString(pixels(*length, basis)) + "px";
+            break;
+        }
+        case CSSPropertyID::TextAlign: pick(&ComputedStyle::textAlign); break;
+        case CSSPropertyID::Margin:
+        case CSSPropertyID::Padding: {
+            std::array<double, 4> ComputedStyle::*member = property == CSSPropertyID::Margin ? &ComputedStyle::margin
+                                                                                             : &ComputedStyle::padding;
+            if (keyword != Keyword::None)
+                style.*member = keyword == Keyword::Inherit ? parent.*member : kInitial.*member;
+            else
+                style.*member = boxEdges(value, basis);
             break;
         }
         case CSSPropertyID::FontSize:
@@ -316,6 +362,9 @@ std::string ComputedStyle::propertyValue(std::string_view name) const
     case CSSPropertyID::Position: return position;
     case CSSPropertyID::LetterSpacing: return letterSpacing;
     case CSSPropertyID::WordSpacing: return wordSpacing;
+    case CSSPropertyID::TextAlign: return textAlign;
+    case CSSPropertyID::Margin: return serializeEdges(margin);
+    case CSSPropertyID::Padding: return serializeEdges(padding);
     }
     return "";
 }

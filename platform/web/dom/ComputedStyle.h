@@ -3,6 +3,7 @@
 #include "platform/web/css/CSSColor.h"
 #include "platform/web/dom/CSSProperty.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,6 +33,10 @@ struct ComputedStyle {
     std::string position = "static";
     std::string letterSpacing = "normal";
     std::string wordSpacing = "0px";
+    std::string textAlign = "start";
+    // Top, right, bottom, left in px ("auto" margins and percentages count as 0 without layout).
+    std::array<double, 4> margin{};
+    std::array<double, 4> padding{};
 
     // The used line height in px; nothing for "normal", whose height depends on the font.
     std::optional<double> lineHeightPixels() const;

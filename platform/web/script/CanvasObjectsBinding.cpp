@@ -66,5 +66,4 @@ InterfaceDefinition path2DInterface = {
     .constructor = &constructPath2D,
     .members = path2DMembers(),
 };
-
 } // namespace script

@@ -138,6 +138,10 @@ std::vector<Member> styleMembers()
         property<"letter-spacing", "letter-spacing">(),
         property<"wordSpacing", "word-spacing">(),
         property<"word-spacing", "word-spacing">(),
+        property<"textAlign", "text-align">(),
+        property<"text-align", "text-align">(),
+        property<"margin", "margin">(),
+        property<"padding", "padding">(),
     };
     return members;
 }

@@ -89,7 +89,10 @@ std::string formatCssNumber(double value)
         const auto e = text.find('e');
         return text.substr(0, e + 1) + std::to_string(exponent);
     }
-    std::snprintf(buffer, sizeof buffer, "%.*f", std::max(0, 5 - exponent), value);
+    // Halves round away from zero, as browsers print them (printf would round them to even).
+    const int digits = std::max(0, 5 - exponent);
+    const double scale = std::pow(10.0, digits);
+    std::snprintf(buffer, sizeof buffer, "%.*f", digits, std::round(value * scale) / scale);
     std::string text(buffer);
     if (text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);
@@ -101,9 +104,21 @@ std::string formatCssNumber(double value)
 
 namespace {
 
+// A family of a basis as a canvas font names it: generic keywords are generic families.
+CanvasFontFamily basisFamily(const std::string& name)
+{
+    const std::string lower = asciiLower(name);
+    if (isGenericFamily(lower))
+        return {lower, true};
+    return {name, false};
+}
+
 class FontShorthandParser {
 public:
-    explicit FontShorthandParser(std::vector<CssToken> tokens) : t_(std::move(tokens)) {}
+    FontShorthandParser(std::vector<CssToken> tokens, const CanvasFontBasis& basis)
+        : t_(std::move(tokens)), basis_(basis)
+    {
+    }
 
     std::optional<CanvasFont> parse()
     {
@@ -189,19 +204,14 @@ private:
         std::optional<double> px;
         if (token.type == CssToken::Ident) {
             const std::string word = asciiLower(token.text);
-            const double parent = defaultCanvasFont().size;
             if (word == "larger")
-                px = parent * 1.2;
+                px = basis_.fontSize * 1.2;
             else if (word == "smaller")
-                px = parent / 1.2;
+                px = basis_.fontSize / 1.2;
             else
                 px = absoluteSizeKeyword(word);
         } else {
-            CssLengthBase base = lengthBaseOf(defaultCanvasFont());
-            base.rem = kRootFontSize;
-            base.viewportWidth = kViewportWidth;
-            base.viewportHeight = kViewportHeight;
-            px = cssLengthInPixels(token, base);
+            px = cssLengthInPixels(token, lengthBase());
         }
         if (!px || *px < 0 || std::isnan(*px))
             return false;
@@ -257,7 +267,28 @@ private:
         }
     }
 
+    // Relative sizes refer to the element's font and the root element's, and to a viewport.
+    CssLengthBase lengthBase() const
+    {
+        CanvasFont parent;
+        parent.size = basis_.fontSize;
+        if (!basis_.families.empty()) {
+            parent.families.clear();
+            for (const std::string& name : basis_.families)
+                parent.families.push_back(basisFamily(name));
+        }
+        CanvasFont root;
+        root.size = basis_.rootFontSize;
+        CssLengthBase base;
+        base.font = fontUnitsOf(parent, basis_.lineHeight);
+        base.root = fontUnitsOf(root, basis_.rootLineHeight);
+        base.viewportWidth = kViewportWidth;
+        base.viewportHeight = kViewportHeight;
+        return base;
+    }
+
     std::vector<CssToken> t_;
+    const CanvasFontBasis& basis_;
     std::size_t i_ = 0;
 };
 
@@ -266,12 +297,12 @@ private:
 std::optional<double> cssLengthInPixels(const CssToken& token, const CssLengthBase& base, bool unitlessZero)
 {
     if (token.type == CssToken::Percentage)
-        return base.em * token.number / 100;
+        return base.font.em * token.number / 100;
     if (token.type == CssToken::Number && token.number == 0 && unitlessZero)
         return 0.0;
     if (token.type != CssToken::Dimension)
         return std::nullopt;
-    const std::string& unit = token.text;
+    const std::string unit = asciiLower(token.text);
     const double n = token.number;
     static constexpr std::pair<const char*, double> kAbsolute[] = {
         {"px", 1}, {"pt", 96.0 / 72}, {"pc", 16}, {"in", 96}, {"cm", 96 / 2.54}, {"mm", 96 / 25.4}, {"q", 96 / 101.6}};
@@ -279,28 +310,62 @@ std::optional<double> cssLengthInPixels(const CssToken& token, const CssLengthBa
         if (unit == name)
             return n * pixels;
     }
+    const CssFontUnits& f = base.font;
+    const CssFontUnits& r = base.root;
+    const double width = base.viewportWidth / 100, height = base.viewportHeight / 100;
     const std::pair<const char*, double> relative[] = {
-        {"em", base.em}, {"rem", base.rem}, {"ex", base.ex}, {"ch", base.ch},
-        {"vw", base.viewportWidth / 100}, {"vh", base.viewportHeight / 100},
-        {"vmin", std::min(base.viewportWidth, base.viewportHeight) / 100},
-        {"vmax", std::max(base.viewportWidth, base.viewportHeight) / 100}};
+        {"em", f.em}, {"ex", f.ex}, {"ch", f.ch}, {"ic", f.ic}, {"cap", f.cap}, {"lh", f.lh},
+        {"rem", r.em}, {"rex", r.ex}, {"rch", r.ch}, {"ric", r.ic}, {"rcap", r.cap}, {"rlh", r.lh},
+        {"vw", width}, {"vh", height}, {"vi", width}, {"vb", height},
+        {"vmin", std::min(width, height)}, {"vmax", std::max(width, height)}};
     for (auto [name, pixels] : relative) {
         if (unit == name)
             return n * pixels;
     }
+    // The small, large and dynamic viewports are the one viewport here, and container units
+    // without a container refer to it as well.
+    for (const char* prefix : {"sv", "lv", "dv", "cq"}) {
+        if (unit.size() > 2 && unit.compare(0, 2, prefix) == 0) {
+            const std::string axis = unit.substr(2);
+            const std::pair<const char*, double> viewport[] = {
+                {"w", width}, {"h", height}, {"i", width}, {"b", height},
+                {"min", std::min(width, height)}, {"max", std::max(width, height)}};
+            for (auto [name, pixels] : viewport) {
+                if (axis == name)
+                    return n * pixels;
+            }
+        }
+    }
     return std::nullopt;
 }
 
-// Lengths relative to `font`: its size, x-height and width of the digit zero.
+CssFontUnits fontUnitsOf(const CanvasFont& font, std::optional<double> lineHeight)
+{
+    CssFontUnits units;
+    const double size = font.size;
+    units.em = units.ic = size;
+    units.ex = units.ch = size / 2;
+    units.cap = size * 0.7;
+    units.lh = lineHeight.value_or(size * 1.2);
+    if (FontFace* face = FontSelector::shared().fontSet(font).primary()) {
+        units.ex = face->xHeight() * size;
+        units.ch = face->advance(face->glyphFor('0')) * size;
+        units.cap = face->capHeight() * size;
+        // The ideograph for water, when the font has it.
+        if (std::uint32_t water = face->glyphFor(0x6C34))
+            units.ic = face->advance(water) * size;
+        // A normal line is the ascent, descent and line gap, each rounded to whole pixels.
+        if (!lineHeight)
+            units.lh = std::round(face->ascent() * size) + std::round(face->descent() * size)
+                + std::round(face->lineGap() * size);
+    }
+    return units;
+}
+
 CssLengthBase lengthBaseOf(const CanvasFont& font)
 {
     CssLengthBase base;
-    base.em = base.rem = font.size;
-    base.ex = base.ch = font.size / 2;
-    if (FontFace* face = FontSelector::shared().fontSet(font).primary()) {
-        base.ex = face->xHeight() * font.size;
-        base.ch = face->advance(face->glyphFor('0')) * font.size;
-    }
+    base.font = base.root = fontUnitsOf(font);
     return base;
 }
 
@@ -351,21 +416,32 @@ std::string CanvasFont::cacheKey(bool withSize) const
     return key;
 }
 
-std::optional<CanvasFont> parseCanvasFont(std::string_view text)
+std::optional<CanvasFont> parseCanvasFont(std::string_view text, const CanvasFontBasis& basis)
 {
     // Scripts set the same few fonts over and over; long texts are never worth keeping.
     constexpr std::size_t kCachedLength = 256;
     static LruCache<std::string, std::optional<CanvasFont>> cache(512);
     const bool cacheable = text.size() <= kCachedLength;
+    std::string key;
     if (cacheable) {
-        if (auto* cached = cache.find(std::string(text)))
+        key = text;
+        // The same text means another size in another basis.
+        if (!(basis == CanvasFontBasis{})) {
+            char numbers[128];
+            std::snprintf(numbers, sizeof numbers, "\x1f%.17g|%.17g|%.17g|%.17g", basis.fontSize,
+                          basis.lineHeight.value_or(-1), basis.rootFontSize, basis.rootLineHeight.value_or(-1));
+            key += numbers;
+            for (const std::string& family : basis.families)
+                key += '|' + family;
+        }
+        if (auto* cached = cache.find(key))
             return *cached;
     }
     std::optional<CanvasFont> font;
     if (auto tokens = tokenizeCss(text))
-        font = FontShorthandParser(std::move(*tokens)).parse();
+        font = FontShorthandParser(std::move(*tokens), basis).parse();
     if (cacheable)
-        cache.insert(std::string(text), font);
+        cache.insert(std::move(key), font);
     return font;
 }
 

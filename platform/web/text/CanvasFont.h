@@ -38,10 +38,21 @@ struct CanvasFont {
     bool operator==(const CanvasFont&) const = default;
 };
 
+// What relative sizes in a context's font refer to: the canvas element's computed font and the
+// root element's. A canvas outside a document has the default, 10px sans-serif in a 16px root.
+struct CanvasFontBasis {
+    double fontSize = 10;
+    std::optional<double> lineHeight;  // nothing: the font's normal line height
+    double rootFontSize = 16;
+    std::optional<double> rootLineHeight;
+    std::vector<std::string> families;  // as CSS names them; none: sans-serif
+    bool operator==(const CanvasFontBasis&) const = default;
+};
+
 // The CSS 'font' shorthand as the canvas font setter reads it. Gives nothing for text that is
 // not a valid font (and for the CSS-wide keywords), in which case the setter keeps its font.
-// Relative sizes resolve against the default 10px font.
-std::optional<CanvasFont> parseCanvasFont(std::string_view text);
+// Relative sizes (em, %, ex, lh, rem, larger, ...) resolve against `basis`.
+std::optional<CanvasFont> parseCanvasFont(std::string_view text, const CanvasFontBasis& basis = {});
 
 // "10px sans-serif".
 CanvasFont defaultCanvasFont();

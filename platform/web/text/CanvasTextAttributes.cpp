@@ -82,8 +82,10 @@ std::optional<double> parseCanvasSpacing(std::string_view text, const CanvasFont
     if (!tokens || tokens->size() != 1 || (*tokens)[0].type != CssToken::Dimension || text.empty()
         || text.front() == ' ' || text.back() == ' ' || text.find_first_of("\t\n\r\f/") != std::string_view::npos)
         return std::nullopt;
-    // Spacing has no viewport to refer to; rem, like em, refers to the font.
-    auto px = cssLengthInPixels((*tokens)[0], lengthBaseOf(font), false);
+    // Spacing has no viewport nor line to refer to; rem, like em, refers to the font.
+    CssLengthBase base = lengthBaseOf(font);
+    base.font.lh = base.root.lh = 0;
+    auto px = cssLengthInPixels((*tokens)[0], base, false);
     if (!px || !std::isfinite(*px))
         return std::nullopt;
     return *px;

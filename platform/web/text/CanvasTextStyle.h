@@ -23,7 +23,8 @@ std::string_view toString(CanvasDirection);
 std::string_view toString(CanvasFontKerning);
 
 // Parses the letterSpacing / wordSpacing attribute: one CSS length ("2px", "0.1em", "-1pt")
-// in pixels; em, rem, ex and ch refer to `font`. Gives nothing for invalid text (white space
+// in pixels; the font-relative units (em, ex, ch, ic, cap and their root forms) refer to
+// `font`, viewport and line units are zero. Gives nothing for invalid text (white space
 // around it, a percentage, a unitless number), and the setter then ignores it.
 std::optional<double> parseCanvasSpacing(std::string_view text, const CanvasFont& font);
 

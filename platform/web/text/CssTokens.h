@@ -27,16 +27,27 @@ bool isCssIdentifier(std::string_view name);
 // Serializes `text` as a CSS string in double quotes.
 std::string serializeCssString(std::string_view text);
 
-// What relative lengths refer to, in CSS pixels. Percentages refer to `em`.
+// The units one font gives relative lengths, in CSS pixels: its size, x-height, the advances of
+// the digit zero and of the ideograph for water, its capital height and its line height.
+struct CssFontUnits {
+    double em = 16, ex = 8, ch = 8, ic = 16, cap = 11.2, lh = 19.2;
+};
+
+// What relative lengths refer to, in CSS pixels: a font's units (em, ex, ...), the root
+// element's (rem, rex, ...) and the viewport's. Percentages refer to `em`.
 struct CssLengthBase {
-    double em = 16, rem = 16, ex = 8, ch = 8;
+    CssFontUnits font;
+    CssFontUnits root;
     double viewportWidth = 0, viewportHeight = 0;
 };
 
 struct CanvasFont;
 
-// Lengths relative to a canvas font: its size (for em and rem, as canvas spacing has them),
-// x-height and digit zero; no viewport.
+// The units of a canvas font; `lineHeight` when the font's line height is not its normal one.
+CssFontUnits fontUnitsOf(const CanvasFont& font, std::optional<double> lineHeight = std::nullopt);
+
+// Lengths relative to a canvas font, as canvas spacing has them: the root units are the font's
+// too, and there is no viewport (its units are zero).
 CssLengthBase lengthBaseOf(const CanvasFont& font);
 
 // Six significant digits, trailing zeros dropped, as browsers print a font's size.

@@ -151,10 +151,13 @@ std::unique_ptr<FontFace> FontFace::open(const std::string& file, int index, boo
     if (useTypo) {
         face->ascent_ = os2->sTypoAscender / upem;
         face->descent_ = -os2->sTypoDescender / upem;
+        face->lineGap_ = os2->sTypoLineGap / upem;
     } else {
         face->ascent_ = ft->ascender / upem;
         face->descent_ = -ft->descender / upem;
+        face->lineGap_ = (ft->height - ft->ascender + ft->descender) / upem;
     }
+    face->lineGap_ = std::max(0.0, face->lineGap_);
     if (os2 && os2->version != 0xFFFF && os2->sTypoAscender - os2->sTypoDescender > 0) {
         face->typoAscent_ = os2->sTypoAscender / upem;
         face->typoDescent_ = -os2->sTypoDescender / upem;
@@ -168,6 +171,14 @@ std::unique_ptr<FontFace> FontFace::open(const std::string& file, int index, boo
         FT_BBox box;
         FT_Outline_Get_CBox(&ft->glyph->outline, &box);
         face->xHeight_ = box.yMax / upem;
+    }
+
+    if (os2 && os2->version != 0xFFFF && os2->version >= 2 && os2->sCapHeight > 0)
+        face->capHeight_ = os2->sCapHeight / upem;
+    else if (FT_UInt h = FT_Get_Char_Index(ft, 'H'); h && !FT_Load_Glyph(ft, h, FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING)) {
+        FT_BBox box;
+        FT_Outline_Get_CBox(&ft->glyph->outline, &box);
+        face->capHeight_ = box.yMax / upem;
     }
 
     hb_blob_t* blob = hb_blob_create_from_file_or_fail(file.c_str());

@@ -53,6 +53,9 @@ public:
     double typoAscent() const { return typoAscent_; }
     double typoDescent() const { return typoDescent_; }
     double xHeight() const { return xHeight_; }
+    // In ems: the height of capitals, and the gap the font asks for between lines.
+    double capHeight() const { return capHeight_; }
+    double lineGap() const { return lineGap_; }
 
     // The outline of `glyph` as drawn, or measured, at `size` pixels (a made-up bold
     // thickens by an amount that depends on both).
@@ -67,5 +70,6 @@ private:
     std::string family_;
     double unitsPerEm_ = 1000;
     double ascent_ = 0.8, descent_ = 0.2, typoAscent_ = 0.8, typoDescent_ = 0.2, xHeight_ = 0.5;
+    double capHeight_ = 0.7, lineGap_ = 0;
     bool syntheticBold_ = false, syntheticItalic_ = false;
 };

@@ -44,6 +44,14 @@ constexpr Case kShorthands[] = {
     {"1rem a", "16px a"},
     {"1ex a", "5.2832px a"},
     {"1ch a", "5.56152px a"},
+    {"1ic a", "10px a"},
+    {"1cap a", "6.87988px a"},
+    {"1lh a", "11px a"},
+    {"2rlh a", "36px a"},
+    {"2rex a", "16.9063px a"},
+    {"10vw a", "128px a"},
+    {"1cqh a", "7.2px a"},
+    {"2lh/100 a", "22px a"},
     {"small a", "13px a"},
     {"xx-large a", "32px a"},
     {"xxx-large a", "48px a"},
@@ -96,6 +104,26 @@ TEST(CanvasFontTest, ParsesAndSerializesLikeTheReferenceBrowser)
         ASSERT_TRUE(again) << c.text;
         EXPECT_EQ(again->serialization(), font->serialization()) << c.text;
     }
+}
+
+TEST(CanvasFontTest, RelativeSizesReferToTheCanvasElementsFont)
+{
+    CanvasFontBasis basis;
+    basis.fontSize = 30;
+    basis.lineHeight = 40;
+    basis.rootFontSize = 20;
+    EXPECT_EQ(parseCanvasFont("2em serif", basis)->serialization(), "60px serif");
+    EXPECT_EQ(parseCanvasFont("50% serif", basis)->serialization(), "15px serif");
+    EXPECT_EQ(parseCanvasFont("larger serif", basis)->serialization(), "36px serif");
+    // The line height in the shorthand is dropped; lh is the element's.
+    EXPECT_EQ(parseCanvasFont("2lh/100 serif", basis)->serialization(), "80px serif");
+    EXPECT_EQ(parseCanvasFont("1rem serif", basis)->serialization(), "20px serif");
+    // Units of the element's font come from its families.
+    basis.families = {"Liberation Mono", "monospace"};
+    EXPECT_EQ(parseCanvasFont("1ch serif", basis)->serialization(), "18.0029px serif");
+    // The same text in another basis is another font.
+    EXPECT_EQ(parseCanvasFont("2em serif")->serialization(), "20px serif");
+    EXPECT_EQ(parseCanvasFont("12px serif", basis)->serialization(), "12px serif");
 }
 
 TEST(CanvasFontTest, KeepsEachField)

@@ -72,6 +72,32 @@ TEST(TextMetricsScriptTest, ClustersDrawInTheFontTheyWereMeasuredIn)
               "TypeError,TypeError,TypeError");
 }
 
+TEST(TextMetricsScriptTest, SpacingInFontUnitsFollowsTheFont)
+{
+    EXPECT_EQ(run("ctx.font = '10px serif';"
+                  "var plain = t => { var l = ctx.letterSpacing, w = ctx.wordSpacing; ctx.letterSpacing = ctx.wordSpacing = '0px';"
+                  "                   var width = ctx.measureText(t).width; ctx.letterSpacing = l; ctx.wordSpacing = w; return width; };"
+                  "ctx.letterSpacing = '1em'; ctx.wordSpacing = '1IC';"
+                  "var r = [ctx.letterSpacing, ctx.wordSpacing, ctx.measureText('a b').width - plain('a b')];"
+                  "ctx.font = '20px serif'; r.push(ctx.measureText('a b').width - plain('a b'));"
+                  "ctx.save(); ctx.font = '40px serif'; ctx.restore(); r.push(ctx.measureText('a b').width - plain('a b'));"
+                  "ctx.letterSpacing = '2px'; ctx.font = '30px serif'; r.push(ctx.measureText('ab').width - plain('ab'));"
+                  "r.join()"),
+              "1em,1ic,40,80,80,4");
+}
+
+TEST(TextMetricsScriptTest, RelativeFontSizesReferToTheCanvasElement)
+{
+    EXPECT_EQ(run("var canvas = ctx.canvas, r = [];"
+                  "ctx.font = '50% serif'; r.push(ctx.font);"  // not in a document: the default 10px
+                  "canvas.setAttribute('style', 'font-size: 30px; line-height: 40px'); document.body.appendChild(canvas);"
+                  "ctx.font = '2em serif'; r.push(ctx.font);"
+                  "ctx.font = '2lh/100 serif'; r.push(ctx.font);"
+                  "canvas.style.fontSize = '100px'; r.push(ctx.font);"  // resolved when set, not later
+                  "r.join()"),
+              "5px serif,60px serif,80px serif,80px serif");
+}
+
 TEST(TextMetricsScriptTest, LangIsKeptAsWritten)
 {
     EXPECT_EQ(run("var r = [ctx.lang];"
