@@ -33,7 +33,9 @@ public:
     // success.
     const std::string& lastError() const { return lastError_; }
 
-    // How long one evaluation may run (wall time, promise jobs included); 500 ms by default.
+    // How much of the evaluating thread's CPU time one evaluation may use; 500 ms by default.
+    // Wall time is not counted (a busy machine must not stop a short script), up to ten times
+    // the limit.
     static void setExecutionTimeLimit(std::chrono::milliseconds limit);
 
 private:

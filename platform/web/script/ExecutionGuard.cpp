@@ -1,25 +1,49 @@
 #include "platform/web/script/ExecutionGuard.h"
 
 #include <fcntl.h>
+#include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace script {
 
 namespace {
 
-// How often a running script is looked at (CPU time of its entry into the engine).
-constexpr double kRunningPeriod = 0.010;
-// When we want the current entry stopped: one short period, one timer.
-constexpr double kStopPeriod = 0.0001;
-constexpr auto kMemoryCheckInterval = std::chrono::milliseconds(5);
+using namespace std::chrono_literals;
+
+// How often a running script is looked at: at most this much CPU time apart, and never closer
+// than kShortestPeriod (the watchdog's timers run on a GLib loop, which rounds every timeout
+// up to whole milliseconds; asking for less only costs wake-ups).
+constexpr std::chrono::nanoseconds kRunningPeriod = 10ms;
+constexpr std::chrono::nanoseconds kShortestPeriod = 1ms;
+// When we want the current entry stopped: a timer that is due at once. Anything above zero but
+// below a millisecond would wait for the next whole millisecond of the timer loop.
+constexpr double kStopPeriod = 0;
+constexpr auto kMemoryCheckInterval = 5ms;
+
+std::chrono::steady_clock::time_point steadyNow()
+{
+    return std::chrono::steady_clock::now();
+}
+
+ExecutionGuard::WallClock wallClock = steadyNow;
+
+double seconds(std::chrono::nanoseconds duration)
+{
+    return std::chrono::duration<double>(duration).count();
+}
 
 } // namespace
 
 ExecutionGuard::ExecutionGuard(JSContextGroupRef group)
     : group_(group)
 {
+    // The watchdog only notices limits set inside an entry if it existed when the entry began;
+    // make it now, so that stopSoon() works in the first checkpoint too.
+    JSContextGroupSetExecutionTimeLimit(group_, seconds(kRunningPeriod), &ExecutionGuard::shouldTerminate, this);
+    JSContextGroupClearExecutionTimeLimit(group_);
 }
 
 ExecutionGuard::~ExecutionGuard()
@@ -27,17 +51,31 @@ ExecutionGuard::~ExecutionGuard()
     JSContextGroupClearExecutionTimeLimit(group_);
 }
 
+void ExecutionGuard::setWallClockForTesting(WallClock clock)
+{
+    wallClock = clock ? clock : steadyNow;
+}
+
+std::chrono::nanoseconds ExecutionGuard::threadCPUTime()
+{
+    timespec now{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec);
+}
+
 void ExecutionGuard::begin(std::chrono::milliseconds limit)
 {
     stop_ = Stop::None;
     stopping_ = false;
-    auto now = std::chrono::steady_clock::now();
-    deadline_ = now + limit;
+    cpuLimit_ = limit;
+    cpuStart_ = threadCPUTime();
+    auto now = wallClock();
+    wallDeadline_ = now + limit * kWallBackstopFactor;
     // Reading the resident size costs microseconds: a script short enough never to reach the
     // first check never pays for it, a longer one is measured from there.
     nextMemoryCheck_ = now;
     memoryCeiling_ = 0;
-    arm(kRunningPeriod);
+    armForRemainingBudget(std::chrono::nanoseconds(0));
 }
 
 void ExecutionGuard::end()
@@ -54,8 +92,14 @@ void ExecutionGuard::stopSoon()
 
 void ExecutionGuard::arm(double periodSeconds)
 {
-    period_ = periodSeconds;
     JSContextGroupSetExecutionTimeLimit(group_, periodSeconds, &ExecutionGuard::shouldTerminate, this);
+}
+
+void ExecutionGuard::armForRemainingBudget(std::chrono::nanoseconds used)
+{
+    // The next look comes when the budget would run out, so that a stop lands close to the
+    // limit, but not sooner than the timers can tell apart.
+    arm(seconds(std::clamp(cpuLimit_ - used, kShortestPeriod, kRunningPeriod)));
 }
 
 bool ExecutionGuard::shouldTerminate(JSContextRef, void* context)
@@ -64,7 +108,7 @@ bool ExecutionGuard::shouldTerminate(JSContextRef, void* context)
     if (guard->check())
         return true;
     // Returning false alone does not start another period; setting the limit again does.
-    guard->arm(guard->period_);
+    guard->armForRemainingBudget(threadCPUTime() - guard->cpuStart_);
     return false;
 }
 
@@ -72,8 +116,8 @@ bool ExecutionGuard::check()
 {
     if (stopping_ || stop_ != Stop::None)
         return true;
-    auto now = std::chrono::steady_clock::now();
-    if (now >= deadline_) {
+    auto now = wallClock();
+    if (threadCPUTime() - cpuStart_ >= cpuLimit_ || now >= wallDeadline_) {
         stop_ = Stop::Time;
         return true;
     }

@@ -11,6 +11,7 @@
 
 #include <cstdlib>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 namespace script {
@@ -26,8 +27,21 @@ std::vector<PrivateData*>& pendingReleases()
     return *list;
 }
 
-// How many documents may leave promise jobs behind before they are dropped.
+// Promise jobs are dropped by stopping a checkpoint with the watchdog (see placeSentinel), with
+// a timer of its own. JavaScriptCore aborts the process when a watchdog timer fires just as the
+// engine takes the trap another one set (VMTraps asserts on a stop request whose trap it has
+// already cleared), and its timers cannot be cancelled: each evaluation leaves one behind, due
+// within the guard's period. So jobs are dropped only when that timer is certainly done, at the
+// first document that comes kTimersSettle after the last evaluation (a list of themes renders in
+// bursts with pauses between). A process that renders without pause drops them when the memory
+// they hold grows, after sleeping until the timers are done.
+constexpr auto kTimersSettle = std::chrono::milliseconds(20);
+// How many documents may leave promise jobs behind before they are dropped at the next pause.
 constexpr unsigned kDocumentsBetweenDiscards = 32;
+// How often, in documents, the memory is looked at, and how much it may grow before queued jobs
+// are dropped without a pause.
+constexpr unsigned kDocumentsBetweenMemoryChecks = 16;
+constexpr std::size_t kQueuedJobsMemoryAllowance = std::size_t(64) << 20;
 
 std::string describeException(JSContextRef ctx, JSValueRef exception)
 {
@@ -44,11 +58,17 @@ std::string describeException(JSContextRef ctx, JSValueRef exception)
 struct Sentinel {
     static JSValueRef stopSoon(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
                                JSValueRef* exception);
+    static JSValueRef pause(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
+                            JSValueRef* exception);
 };
 
-// The sentinel job: arms the watchdog to stop what runs, then runs until it is stopped. Made
-// when the sentinel is placed, so that nothing has to be compiled inside the checkpoint.
-constexpr const char* kSentinelJob = "(function (stopSoon) { return function () { stopSoon(); for (;;) {} }; })";
+// The sentinel job: arms the watchdog to stop what runs, then waits in a loop until it is
+// stopped (the watchdog's timer thread takes some tens of microseconds to wake). Each turn
+// waits a little in native code, so that the loop turns a few dozen times rather than tens of
+// thousands, and the JIT never finds it hot enough to compile. Made when the sentinel is placed,
+// so that nothing has to be compiled inside the checkpoint.
+constexpr const char* kSentinelJob
+    = "(function (stopSoon, pause) { return function () { stopSoon(); for (;;) pause(); }; })";
 
 ScriptEngine& ScriptEngine::shared()
 {
@@ -105,7 +125,7 @@ ScriptEngine::Result ScriptEngine::evaluate(std::string_view source)
         return run(source);
     } catch (const std::exception& error) {
         // The engine itself failed (a realm could not be made, memory ran out in our code).
-        guard_->end();
+        endWatch();
         realm_.reset();
         return {std::nullopt, std::string("the script engine failed: ") + error.what()};
     }
@@ -134,7 +154,7 @@ ScriptEngine::Result ScriptEngine::run(std::string_view source)
             result.error = "the result is not a string";
     }
     ExecutionGuard::Stop stop = guard_->stop();
-    guard_->end();
+    endWatch();
     if (stop != ExecutionGuard::Stop::None) {
         result.value.reset();
         result.error = stop == ExecutionGuard::Stop::Time
@@ -165,6 +185,7 @@ void ScriptEngine::recoverFromStop(bool memory)
     if (memory) {
         // Let go of everything the script held and give the memory back now.
         newDocument();
+        waitForTimersToSettle();
         discardPendingJobs();
         JSSynchronousGarbageCollectForDebugging(realm().context());
         releaseFinalized();
@@ -185,10 +206,50 @@ void ScriptEngine::newDocument()
         spoiled = realm_->isolation().reset() == RealmIsolation::Outcome::Spoiled;
     } catch (const std::exception&) {
     }
-    if (spoiled || ++documentsSinceDiscard_ >= kDocumentsBetweenDiscards)
-        discardPendingJobs();
+    // A spoiled realm goes; its jobs are dropped with the next realm's, at the next pause.
+    documentsSinceDiscard_ = spoiled ? std::max(documentsSinceDiscard_ + 1, kDocumentsBetweenDiscards)
+                                     : documentsSinceDiscard_ + 1;
+    discardPendingJobsWhenDue();
     if (spoiled)
         realm_.reset();
+}
+
+void ScriptEngine::endWatch()
+{
+    guard_->end();
+    lastWatchEnd_ = std::chrono::steady_clock::now();
+}
+
+bool ScriptEngine::timersSettled() const
+{
+    return std::chrono::steady_clock::now() >= lastWatchEnd_ + kTimersSettle;
+}
+
+void ScriptEngine::waitForTimersToSettle() const
+{
+    std::this_thread::sleep_until(lastWatchEnd_ + kTimersSettle);
+}
+
+void ScriptEngine::discardPendingJobsWhenDue()
+{
+    if (!sentinelPlaced_) {
+        documentsSinceDiscard_ = 0;
+        return;
+    }
+    if (documentsSinceDiscard_ >= kDocumentsBetweenDiscards && timersSettled()) {
+        discardPendingJobs();
+        return;
+    }
+    if (documentsSinceDiscard_ % kDocumentsBetweenMemoryChecks != 0)
+        return;
+    std::size_t resident = ExecutionGuard::residentBytes();
+    if (!residentAtDiscard_ || resident <= residentAtDiscard_ + kQueuedJobsMemoryAllowance) {
+        if (!residentAtDiscard_)
+            residentAtDiscard_ = resident;
+        return;
+    }
+    waitForTimersToSettle();
+    discardPendingJobs();
 }
 
 void ScriptEngine::placeSentinel()
@@ -205,9 +266,11 @@ void ScriptEngine::placeSentinel()
     JSValueRef factory = JSEvaluateScript(ctx, source.get(), nullptr, nullptr, 1, &exception);
     if (!factory || exception)
         return;
-    JSString name("stopSoon");
-    JSValueRef stop = JSObjectMakeFunctionWithCallback(ctx, name.get(), &Sentinel::stopSoon);
-    JSValueRef job = JSObjectCallAsFunction(ctx, toObject(ctx, factory), nullptr, 1, &stop, &exception);
+    JSString stopName("stopSoon");
+    JSString pauseName("pause");
+    JSValueRef helpers[] = {JSObjectMakeFunctionWithCallback(ctx, stopName.get(), &Sentinel::stopSoon),
+                            JSObjectMakeFunctionWithCallback(ctx, pauseName.get(), &Sentinel::pause)};
+    JSValueRef job = JSObjectCallAsFunction(ctx, toObject(ctx, factory), nullptr, 2, helpers, &exception);
     if (!job || exception)
         return;
     JSObjectRef then = toObject(ctx, getProperty(ctx, realm_->intrinsics(), "promiseThen"));
@@ -221,11 +284,21 @@ JSValueRef Sentinel::stopSoon(JSContextRef ctx, JSObjectRef, JSObjectRef, std::s
     return JSValueMakeUndefined(ctx);
 }
 
+JSValueRef Sentinel::pause(JSContextRef ctx, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[], JSValueRef*)
+{
+    // Spinning rather than sleeping: a sleep lasts at least the kernel's timer slack (50 us),
+    // longer than the watchdog usually needs.
+    auto until = std::chrono::steady_clock::now() + std::chrono::microseconds(2);
+    while (std::chrono::steady_clock::now() < until) {
+    }
+    return JSValueMakeUndefined(ctx);
+}
+
 void ScriptEngine::discardPendingJobs()
 {
-    documentsSinceDiscard_ = 0;
     if (!sentinelPlaced_ || !locked_ || !realm_)
         return;
+    documentsSinceDiscard_ = 0;
     sentinelPlaced_ = false;
     JSContextRef ctx = realm_->context();
     JSUnlock(ctx); // the checkpoint: the sentinel stops it
@@ -235,6 +308,7 @@ void ScriptEngine::discardPendingJobs()
     // And an empty checkpoint, after which the engine forgets the rejected promises it tracked.
     JSUnlock(ctx);
     JSLock(ctx);
+    residentAtDiscard_ = ExecutionGuard::residentBytes();
 }
 
 void ScriptEngine::deferRelease(PrivateData* data)

@@ -61,6 +61,10 @@ private:
     void recoverFromStop(bool memory);
     void absorbTermination();
     void placeSentinel();
+    void endWatch();
+    bool timersSettled() const;
+    void waitForTimersToSettle() const;
+    void discardPendingJobsWhenDue();
     void discardPendingJobs();
     friend struct Sentinel;
 
@@ -71,6 +75,10 @@ private:
     bool locked_ = false;
     bool sentinelPlaced_ = false;
     unsigned documentsSinceDiscard_ = 0;
+    std::size_t residentAtDiscard_ = 0;
+    // When the last evaluation's watch ended; its watchdog timer may fire until kTimersSettle
+    // after.
+    std::chrono::steady_clock::time_point lastWatchEnd_;
     std::uint64_t documentNumber_ = 1;
     unsigned realmsMade_ = 0;
 };
