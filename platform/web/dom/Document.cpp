@@ -1,5 +1,7 @@
 #include "platform/web/dom/Document.h"
 
+#include "platform/web/dom/Selection.h"
+
 #include <vector>
 
 namespace {
@@ -34,6 +36,7 @@ std::shared_ptr<Element> findById(const std::shared_ptr<Element>& root, std::str
 
 Document::Document()
     : root_(std::make_shared<Element>("html"))
+    , selection_(std::make_shared<Selection>(this))
 {
     root_->ownerOfTree_ = this;
     (void)Element::insertBefore(root_, std::make_shared<Element>("head"), nullptr);

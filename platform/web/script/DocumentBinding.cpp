@@ -5,6 +5,7 @@
 #include "platform/web/dom/HTMLVideoElement.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/ElementBindings.h"
+#include "platform/web/script/LayoutBindings.h"
 #include "platform/web/script/Realm.h"
 
 #include <cctype>
@@ -65,7 +66,7 @@ Document& documentOf(const Call& call)
 
 InterfaceDefinition documentInterface = {
     .name = "Document",
-    .members = {
+    .members = joinMembers({
         operation<documentInterface, "createElement", 1>([](Call& call, Document&) {
             std::string name = lower(checkedName(call, call.string(0), "createElement"));
             return wrapElement(call.realm(), createElement(name));
@@ -102,7 +103,7 @@ InterfaceDefinition documentInterface = {
         readonlyAttribute<documentInterface, "defaultView">([](Call& call, Document&) -> JSValueRef {
             return call.realm().global();
         }),
-    },
+    }, documentLayoutMembers()),
 };
 
 JSObjectRef makeDocument(Realm& realm)

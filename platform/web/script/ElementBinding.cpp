@@ -5,6 +5,7 @@
 #include "platform/web/dom/HTMLVideoElement.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/ElementBindings.h"
+#include "platform/web/script/LayoutBindings.h"
 #include "platform/web/script/Realm.h"
 
 #include <cctype>
@@ -346,7 +347,7 @@ InterfaceDefinition textInterface = {
 InterfaceDefinition elementInterface = {
     .name = "Element",
     .parent = &nodeInterface,
-    .members = {
+    .members = joinMembers({
         readonlyAttribute<elementInterface, "tagName">([](Call& call, const Wrapper& w) { return self(call, w)->tagName(); }),
         readonlyAttribute<elementInterface, "localName">([](Call& call, const Wrapper& w) { return self(call, w)->localName(); }),
         readonlyAttribute<elementInterface, "namespaceURI">([](Call& call, const Wrapper& w) { return self(call, w)->namespaceURI(); }),
@@ -409,7 +410,7 @@ InterfaceDefinition elementInterface = {
             }),
         operation<elementInterface, "append", 0>([](Call& call, const Wrapper& w) { append(call, self(call, w), 0, "append"); }),
         operation<elementInterface, "remove", 0>([](Call& call, const Wrapper& w) { self(call, w)->remove(); }),
-    },
+    }, elementLayoutMembers()),
 };
 
 InterfaceDefinition htmlElementInterface = {

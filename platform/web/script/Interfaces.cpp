@@ -32,6 +32,9 @@ const std::vector<const InterfaceDefinition*>& allInterfaces()
         &domPointInterface,
         &domRectReadOnlyInterface,
         &domRectInterface,
+        &rangeInterface,
+        &selectionInterface,
+        &caretPositionInterface,
     };
     return interfaces;
 }

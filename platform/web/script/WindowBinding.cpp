@@ -1,6 +1,7 @@
 #include "platform/core/UIScreen.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/ElementBindings.h"
+#include "platform/web/script/LayoutBindings.h"
 #include "platform/web/script/Realm.h"
 #include "platform/web/script/RealmIsolation.h"
 
@@ -60,6 +61,7 @@ void installWindowMembers(Realm& realm)
                          function(ctx, "set devicePixelRatio", replace<"devicePixelRatio">), true, true);
     installGetComputedStyle(realm);
     installImageConstructor(realm);
+    installGetSelection(realm);
 }
 
 } // namespace script

@@ -1,0 +1,293 @@
+#include "platform/web/dom/Range.h"
+
+#include "platform/web/dom/Document.h"
+#include "platform/web/dom/DocumentLayout.h"
+#include "platform/web/text/CanvasTextLayout.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// Where a UTF-16 offset falls in UTF-8 text (an offset inside a surrogate pair moves past it).
+std::size_t utf8Offset(std::string_view utf8, std::uint32_t utf16)
+{
+    std::size_t i = 0;
+    for (std::uint32_t units = 0; i < utf8.size() && units < utf16; ++i) {
+        const auto c = static_cast<unsigned char>(utf8[i]);
+        if ((c & 0xC0) != 0x80)
+            units += c >= 0xF0 ? 2 : 1;
+    }
+    while (i < utf8.size() && (static_cast<unsigned char>(utf8[i]) & 0xC0) == 0x80)
+        ++i;
+    return i;
+}
+
+std::uint32_t indexInParent(const Node& node)
+{
+    const auto& siblings = node.parentPointer()->children();
+    for (std::size_t i = 0; i < siblings.size(); ++i)
+        if (siblings[i].get() == &node)
+            return std::uint32_t(i);
+    return 0;
+}
+
+// A boundary point as the child indices down from the top of its tree, then its offset:
+// compared lexicographically, these order boundary points as the tree does. The document's
+// one child, the root element, is its child 0.
+using TreePosition = std::vector<std::uint32_t>;
+
+TreePosition pathTo(const Node* node)
+{
+    TreePosition path;
+    if (!node)
+        return path;
+    for (const Node* at = node; at->parentPointer(); at = at->parentPointer())
+        path.push_back(indexInParent(*at));
+    if (node->isConnected())
+        path.push_back(0);
+    std::reverse(path.begin(), path.end());
+    return path;
+}
+
+TreePosition positionOf(const Range::BoundaryPoint& point)
+{
+    TreePosition path = pathTo(point.node.get());
+    path.push_back(point.offset);
+    return path;
+}
+
+std::string offsetError(const char* method, std::uint32_t offset, std::uint32_t length)
+{
+    return std::string("Failed to execute '") + method + "' on 'Range': The offset " + std::to_string(offset)
+        + " is larger than the node's length (" + std::to_string(length) + ").";
+}
+
+} // namespace
+
+std::uint32_t nodeLength(const Node& node)
+{
+    if (node.isElement())
+        return std::uint32_t(static_cast<const Element&>(node).children().size());
+    std::uint32_t units = 0;
+    for (unsigned char c : static_cast<const Text&>(node).data())
+        if ((c & 0xC0) != 0x80)
+            units += c >= 0xF0 ? 2 : 1;
+    return units;
+}
+
+Range::Range(std::weak_ptr<const Document> document)
+    : document_(std::move(document))
+    , documentIdentity_(document_.lock().get())
+{
+}
+
+bool Range::collapsed() const
+{
+    return start_.node == end_.node && start_.offset == end_.offset;
+}
+
+const void* Range::rootOf(const BoundaryPoint& point) const
+{
+    if (!point.node)
+        return documentIdentity_;
+    if (const Document* document = point.node->document())
+        return document;
+    return &point.node->root();
+}
+
+bool Range::isIn(const Document* document) const
+{
+    return document && rootOf(start_) == document;
+}
+
+std::shared_ptr<Node> Range::commonAncestorContainer() const
+{
+    if (!start_.node || !end_.node)
+        return nullptr;
+    for (Node* at = start_.node.get(); at; at = at->parentPointer()) {
+        const bool holdsEnd = at == end_.node.get()
+            || (at->isElement() && static_cast<const Element*>(at)->contains(*end_.node));
+        if (holdsEnd)
+            return at->shared_from_this();
+    }
+    return nullptr;
+}
+
+ExceptionOr<void> Range::checkOffset(const char* method, const Node* node, std::uint32_t offset) const
+{
+    const std::uint32_t length = node ? nodeLength(*node) : 1;
+    if (offset > length)
+        return DOMException{"IndexSizeError", offsetError(method, offset, length)};
+    return {};
+}
+
+ExceptionOr<void> Range::setStart(std::shared_ptr<Node> node, std::uint32_t offset)
+{
+    if (auto check = checkOffset("setStart", node.get(), offset); check.isException())
+        return check;
+    BoundaryPoint point{std::move(node), offset};
+    if (rootOf(point) != rootOf(end_) || positionOf(point) > positionOf(end_))
+        end_ = point;
+    start_ = std::move(point);
+    return {};
+}
+
+ExceptionOr<void> Range::setEnd(std::shared_ptr<Node> node, std::uint32_t offset)
+{
+    if (auto check = checkOffset("setEnd", node.get(), offset); check.isException())
+        return check;
+    BoundaryPoint point{std::move(node), offset};
+    if (rootOf(point) != rootOf(start_) || positionOf(point) < positionOf(start_))
+        start_ = point;
+    end_ = std::move(point);
+    return {};
+}
+
+void Range::collapse(bool toStart)
+{
+    if (toStart)
+        end_ = start_;
+    else
+        start_ = end_;
+}
+
+ExceptionOr<void> Range::selectNode(const std::shared_ptr<Node>& node)
+{
+    Element* parent = node->parentPointer();
+    if (!parent)
+        return DOMException{"InvalidNodeTypeError", "Failed to execute 'selectNode' on 'Range': the given Node has no parent."};
+    const std::uint32_t index = indexInParent(*node);
+    auto parentNode = parent->shared_from_this();
+    start_ = {parentNode, index};
+    end_ = {parentNode, index + 1};
+    return {};
+}
+
+void Range::selectNodeContents(const std::shared_ptr<Node>& node)
+{
+    start_ = {node, 0};
+    end_ = {node, nodeLength(*node)};
+}
+
+void Range::forEachSelected(const TextVisitor& onText, const ElementVisitor& onElement) const
+{
+    const TreePosition first = positionOf(start_), last = positionOf(end_);
+    // The top of the tree the range is in.
+    std::shared_ptr<const Node> top;
+    if (start_.node && !start_.node->isConnected()) {
+        top = start_.node->root().shared_from_this();
+    } else if (auto document = document_.lock(); document && (!start_.node || start_.node->document() == document.get())) {
+        top = document->documentElement();
+    } else if (start_.node) {
+        top = start_.node->document()->documentElement();
+    }
+    if (!top)
+        return;
+
+    // Tree order without recursion, keeping the path of the node visited.
+    struct Level {
+        const Node* node;
+        std::size_t next;
+        bool insideHeld;  // under an element the range holds whole
+    };
+    TreePosition path = pathTo(top.get());
+    auto held = [&](const TreePosition& at) {
+        TreePosition after = at;
+        ++after.back();
+        return at >= first && after <= last;
+    };
+    auto visit = [&](const Node& node, bool insideHeld) {
+        if (node.isText()) {
+            const auto& text = static_cast<const Text&>(node);
+            const std::uint32_t length = nodeLength(text);
+            TreePosition at = path;
+            at.push_back(0);
+            const bool startsHere = start_.node.get() == &node, endsHere = end_.node.get() == &node;
+            if (!startsHere && at < first)
+                return false;  // before the range
+            at.back() = length;
+            if (!endsHere && at > last)
+                return false;  // after it
+            const std::uint32_t from = startsHere ? start_.offset : 0, to = endsHere ? end_.offset : length;
+            if (from <= to)
+                onText(text, std::min(from, length), std::min(to, length));
+            return false;
+        }
+        const bool whole = !path.empty() && held(path);
+        if (whole && !insideHeld)
+            onElement(static_cast<const Element&>(node));
+        return whole || insideHeld;
+    };
+    const bool topHeld = visit(*top, false);
+    if (!top->isElement())
+        return;
+    // `path` is the path of the element on top of the stack, and of the child visited.
+    std::vector<Level> stack{{top.get(), 0, topHeld}};
+    while (!stack.empty()) {
+        Level& level = stack.back();
+        const auto& children = static_cast<const Element*>(level.node)->children();
+        if (level.next >= children.size()) {
+            stack.pop_back();
+            if (!stack.empty())
+                path.pop_back();
+            continue;
+        }
+        const std::size_t index = level.next++;
+        const bool insideHeld = level.insideHeld;
+        const Node& child = *children[index];
+        path.push_back(std::uint32_t(index));
+        const bool childHeld = visit(child, insideHeld);
+        if (child.isElement())
+            stack.push_back({&child, 0, childHeld});
+        else
+            path.pop_back();
+    }
+}
+
+std::string Range::toString() const
+{
+    std::string out;
+    forEachSelected(
+        [&](const Text& text, std::uint32_t from, std::uint32_t to) {
+            const std::string& data = text.data();
+            const std::size_t a = utf8Offset(data, from), b = utf8Offset(data, to);
+            out.append(data, a, b - a);
+        },
+        [](const Element&) {});
+    return out;
+}
+
+std::vector<DOMRectReadOnly> Range::getClientRects() const
+{
+    std::vector<DOMRectReadOnly> rects;
+    const Document* document = start_.node ? start_.node->document() : document_.lock().get();
+    if (!document)
+        return rects;
+    const DocumentLayout layout(*document);
+    forEachSelected(
+        [&](const Text& text, std::uint32_t from, std::uint32_t to) {
+            const TextFragment* fragment = layout.fragmentOf(text);
+            if (!fragment)
+                return;
+            for (const CanvasTextLayout::Span& span : fragment->line->selectionSpans(from, to))
+                rects.emplace_back(fragment->left + span.left, fragment->top, span.right - span.left, fragment->height);
+        },
+        [&](const Element& element) {
+            if (const LayoutBox* box = layout.boxOf(element))
+                rects.push_back(box->borderBox);
+        });
+    return rects;
+}
+
+DOMRectReadOnly Range::getBoundingClientRect() const
+{
+    double left = INFINITY, top = INFINITY, right = -INFINITY, bottom = -INFINITY;
+    for (const DOMRectReadOnly& rect : getClientRects()) {
+        left = std::min(left, rect.left());
+        top = std::min(top, rect.top());
+        right = std::max(right, rect.right());
+        bottom = std::max(bottom, rect.bottom());
+    }
+    return left <= right ? DOMRectReadOnly(left, top, right - left, bottom - top) : DOMRectReadOnly();
+}
