@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 namespace {
 
@@ -172,76 +173,77 @@ void Range::selectNodeContents(const std::shared_ptr<Node>& node)
 
 void Range::forEachSelected(const TextVisitor& onText, const ElementVisitor& onElement) const
 {
-    const TreePosition first = positionOf(start_), last = positionOf(end_);
-    // The top of the tree the range is in.
-    std::shared_ptr<const Node> top;
-    if (start_.node && !start_.node->isConnected()) {
-        top = start_.node->root().shared_from_this();
-    } else if (auto document = document_.lock(); document && (!start_.node || start_.node->document() == document.get())) {
-        top = document->documentElement();
-    } else if (start_.node) {
-        top = start_.node->document()->documentElement();
-    }
-    if (!top)
-        return;
-
-    // Tree order without recursion, keeping the path of the node visited.
+    // The walk goes from the start to the end in tree order, so that it costs what the range
+    // holds and not what the document does, however deep or wide the tree.
     struct Level {
-        const Node* node;
-        std::size_t next;
-        bool insideHeld;  // under an element the range holds whole
+        const Element* element;
+        std::size_t next;  // the child visited next
     };
-    TreePosition path = pathTo(top.get());
-    auto held = [&](const TreePosition& at) {
-        TreePosition after = at;
-        ++after.back();
-        return at >= first && after <= last;
-    };
-    auto visit = [&](const Node& node, bool insideHeld) {
+    std::vector<Level> stack;
+    const Node* first = nullptr;  // a node to visit before going on with the stack
+    if (!start_.node) {
+        auto document = document_.lock();
+        if (!document || start_.offset > 0)
+            return;
+        first = document->documentElement().get();
+    } else if (start_.node->isText()) {
+        first = start_.node.get();
+    } else {
+        stack.push_back({static_cast<const Element*>(start_.node.get()), start_.offset});
+    }
+    if (!end_.node && end_.offset == 0)
+        return;
+    // The stack holds the ancestors of where the walk starts, each at its next child.
+    const Node* below = first ? first : start_.node.get();
+    for (const Element* parent = below->parentPointer(); parent && start_.node; parent = parent->parentPointer()) {
+        stack.insert(stack.begin(), {parent, indexInParent(*below) + std::size_t(1)});
+        below = parent;
+    }
+    // Elements holding the end are not held whole; the walk stops where the end is.
+    std::unordered_set<const Node*> holdingEnd;
+    for (const Node* at = end_.node.get(); at; at = at->parentPointer())
+        holdingEnd.insert(at);
+    const Element* heldRoot = nullptr;  // the element held whole that the walk is inside
+
+    auto visit = [&](const Node& node) {
         if (node.isText()) {
             const auto& text = static_cast<const Text&>(node);
             const std::uint32_t length = nodeLength(text);
-            TreePosition at = path;
-            at.push_back(0);
-            const bool startsHere = start_.node.get() == &node, endsHere = end_.node.get() == &node;
-            if (!startsHere && at < first)
-                return false;  // before the range
-            at.back() = length;
-            if (!endsHere && at > last)
-                return false;  // after it
-            const std::uint32_t from = startsHere ? start_.offset : 0, to = endsHere ? end_.offset : length;
+            const std::uint32_t from = &node == start_.node.get() ? std::min(start_.offset, length) : 0;
+            const std::uint32_t to = &node == end_.node.get() ? std::min(end_.offset, length) : length;
             if (from <= to)
-                onText(text, std::min(from, length), std::min(to, length));
-            return false;
+                onText(text, from, to);
+            return;
         }
-        const bool whole = !path.empty() && held(path);
-        if (whole && !insideHeld)
-            onElement(static_cast<const Element&>(node));
-        return whole || insideHeld;
+        const auto& element = static_cast<const Element&>(node);
+        if (!heldRoot && !holdingEnd.count(&element)) {
+            onElement(element);
+            heldRoot = &element;
+        }
+        stack.push_back({&element, 0});
     };
-    const bool topHeld = visit(*top, false);
-    if (!top->isElement())
-        return;
-    // `path` is the path of the element on top of the stack, and of the child visited.
-    std::vector<Level> stack{{top.get(), 0, topHeld}};
+
+    if (first) {
+        visit(*first);
+        if (first == end_.node.get())
+            return;
+    }
     while (!stack.empty()) {
         Level& level = stack.back();
-        const auto& children = static_cast<const Element*>(level.node)->children();
-        if (level.next >= children.size()) {
+        const auto& children = level.element->children();
+        const bool atEnd = level.element == end_.node.get() && level.next >= end_.offset;
+        if (atEnd || level.next >= children.size()) {
+            if (atEnd)
+                return;
+            if (level.element == heldRoot)
+                heldRoot = nullptr;
             stack.pop_back();
-            if (!stack.empty())
-                path.pop_back();
             continue;
         }
-        const std::size_t index = level.next++;
-        const bool insideHeld = level.insideHeld;
-        const Node& child = *children[index];
-        path.push_back(std::uint32_t(index));
-        const bool childHeld = visit(child, insideHeld);
-        if (child.isElement())
-            stack.push_back({&child, 0, childHeld});
-        else
-            path.pop_back();
+        const Node& child = *children[level.next++];
+        visit(child);
+        if (&child == end_.node.get() && child.isText())
+            return;
     }
 }
 
