@@ -13,7 +13,7 @@ namespace {
 constexpr std::array<std::string_view, kCSSPropertyCount> kNames = {
     "color", "font-style", "font-variant", "font-weight", "font-stretch", "font-size", "line-height", "font-family",
     "width", "height", "display", "direction", "visibility", "position", "letter-spacing", "word-spacing",
-    "text-align", "margin", "padding",
+    "text-align", "margin", "padding", "unicode-bidi",
 };
 
 std::string lower(std::string_view text)
@@ -259,6 +259,10 @@ std::optional<std::string> parseCSSPropertyValue(CSSPropertyID id, std::string_v
         return oneOf(value, {"static", "relative", "absolute", "fixed", "sticky"}) ? std::optional(value) : std::nullopt;
     case CSSPropertyID::TextAlign:
         return oneOf(value, {"left", "right", "center", "justify", "start", "end"}) ? std::optional(value) : std::nullopt;
+    case CSSPropertyID::UnicodeBidi:
+        return oneOf(value, {"normal", "embed", "isolate", "bidi-override", "isolate-override", "plaintext"})
+            ? std::optional(value)
+            : std::nullopt;
     case CSSPropertyID::Margin:
     case CSSPropertyID::Padding: {
         std::string spaced = value;

@@ -31,9 +31,10 @@ enum class CSSPropertyID {
     // One to four lengths (top, right, bottom, left as CSS repeats them); no longhands here.
     Margin,
     Padding,
+    UnicodeBidi,
 };
 
-inline constexpr std::size_t kCSSPropertyCount = std::size_t(CSSPropertyID::Padding) + 1;
+inline constexpr std::size_t kCSSPropertyCount = std::size_t(CSSPropertyID::UnicodeBidi) + 1;
 
 // "font-size" for FontSize.
 std::string_view cssPropertyName(CSSPropertyID id);

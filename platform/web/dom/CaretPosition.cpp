@@ -2,8 +2,10 @@
 
 #include "platform/web/dom/Document.h"
 #include "platform/web/dom/DocumentLayout.h"
+#include "platform/web/dom/Range.h"
 #include "platform/web/text/CanvasTextLayout.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -47,6 +49,9 @@ std::optional<CaretPosition> caretPositionFromPoint(const Document& document, do
         const Element* element = layout.boxes()[hit].element;
         return CaretPosition{const_cast<Element*>(element)->shared_from_this(), 0};
     }
-    const Node& text = *nearest->text;
-    return CaretPosition{const_cast<Node&>(text).shared_from_this(), nearest->line->indexAtOffset(x - nearest->left)};
+    const Text& text = *nearest->text;
+    // Indices of the line are the node's offsets behind the controls unicode-bidi put before it.
+    const std::uint32_t index = nearest->line->indexAtOffset(x - nearest->left);
+    const std::uint32_t offset = std::min(index - std::min(index, nearest->prefix), nodeLength(text));
+    return CaretPosition{const_cast<Text&>(text).shared_from_this(), offset};
 }

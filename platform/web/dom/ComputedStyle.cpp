@@ -240,7 +240,8 @@ ComputedStyle cascade(const Element& element, const ComputedStyle& parent, const
 
     for (const auto& [property, value] : declared.declarations()) {
         bool inherited = property != CSSPropertyID::Width && property != CSSPropertyID::Height && property != CSSPropertyID::Display
-            && property != CSSPropertyID::Position && property != CSSPropertyID::Margin && property != CSSPropertyID::Padding;
+            && property != CSSPropertyID::Position && property != CSSPropertyID::Margin && property != CSSPropertyID::Padding
+            && property != CSSPropertyID::UnicodeBidi;
         Keyword keyword = wideKeyword(value, inherited);
         // The parent's or the initial value of the property, as text where it is kept as text.
         auto pick = [&](std::string ComputedStyle::*member) {
@@ -287,6 +288,7 @@ ComputedStyle cascade(const Element& element, const ComputedStyle& parent, const
             break;
         }
         case CSSPropertyID::TextAlign: pick(&ComputedStyle::textAlign); break;
+        case CSSPropertyID::UnicodeBidi: pick(&ComputedStyle::unicodeBidi); break;
         case CSSPropertyID::Margin:
         case CSSPropertyID::Padding: {
             std::array<double, 4> ComputedStyle::*member = property == CSSPropertyID::Margin ? &ComputedStyle::margin
@@ -365,6 +367,7 @@ std::string ComputedStyle::propertyValue(std::string_view name) const
     case CSSPropertyID::TextAlign: return textAlign;
     case CSSPropertyID::Margin: return serializeEdges(margin);
     case CSSPropertyID::Padding: return serializeEdges(padding);
+    case CSSPropertyID::UnicodeBidi: return unicodeBidi;
     }
     return "";
 }

@@ -34,6 +34,7 @@ struct ComputedStyle {
     std::string letterSpacing = "normal";
     std::string wordSpacing = "0px";
     std::string textAlign = "start";
+    std::string unicodeBidi = "normal";
     // Top, right, bottom, left in px ("auto" margins and percentages count as 0 without layout).
     std::array<double, 4> margin{};
     std::array<double, 4> padding{};

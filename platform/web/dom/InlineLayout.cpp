@@ -52,6 +52,31 @@ Side physicalSide(const std::string& textAlign, bool rtl)
     return end != rtl ? Side::Right : Side::Left;
 }
 
+// The directional controls that do what unicode-bidi asks of an element's text: they open
+// before it and close after it. Each is one UTF-16 code unit.
+struct BidiControls {
+    std::string open, close;
+};
+
+BidiControls bidiControls(const ComputedStyle& style)
+{
+    const bool rtl = style.direction == "rtl";
+    const std::string embed = rtl ? "\u202B" : "\u202A", overriding = rtl ? "\u202E" : "\u202D";
+    const std::string isolate = rtl ? "\u2067" : "\u2066", pop = "\u202C", popIsolate = "\u2069";
+    const std::string& value = style.unicodeBidi;
+    if (value == "embed")
+        return {embed, pop};
+    if (value == "bidi-override")
+        return {overriding, pop};
+    if (value == "isolate")
+        return {isolate, popIsolate};
+    if (value == "isolate-override")
+        return {isolate + overriding, pop + popIsolate};
+    if (value == "plaintext")
+        return {"\u2068", popIsolate};
+    return {};
+}
+
 } // namespace
 
 CanvasTextStyle textStyleOf(const ComputedStyle& style)
@@ -121,14 +146,17 @@ void InlineLine::addText(const Text& text, const ComputedStyle& style)
 {
     if (isWhiteSpaceOnly(text.data()))
         return;
-    auto line = std::make_shared<const CanvasTextLayout>(asLineText(text.data()), textStyleOf(style));
+    const BidiControls controls = bidiControls(style);
+    auto line = std::make_shared<const CanvasTextLayout>(controls.open + asLineText(text.data()) + controls.close,
+                                                         textStyleOf(style));
+    const auto prefix = std::uint32_t(controls.open.size() / 3);  // each control is 3 bytes of UTF-8
     const double textHeight = line->fontAscent() + line->fontDescent();
     double height = style.lineHeightPixels().value_or(0);
     if (style.lineHeightKind == ComputedStyle::LineHeight::Normal) {
         const double gap = line->primaryFace() ? line->primaryFace()->lineGap() * line->style().font.size : 0;
         height = textHeight + std::max(0.0, std::round(gap));
     }
-    items_.push_back({&text, line, line->width(), height, textHeight});
+    items_.push_back({&text, line, prefix, line->width(), height, textHeight});
 }
 
 void InlineLine::addAtomic(const Element& element, const ComputedStyle& style)
@@ -136,7 +164,7 @@ void InlineLine::addAtomic(const Element& element, const ComputedStyle& style)
     const bool canvas = element.localName() == "canvas";
     const double width = pixelLength(style.width).value_or(attributeSize(element, "width", canvas ? 300 : 0));
     const double height = pixelLength(style.height).value_or(attributeSize(element, "height", canvas ? 150 : 0));
-    items_.push_back({nullptr, nullptr, width, height, 0});
+    items_.push_back({nullptr, nullptr, 0, width, height, 0});
 }
 
 double InlineLine::naturalWidth() const
@@ -172,7 +200,7 @@ InlineLine::Placed InlineLine::place(const ComputedStyle& blockStyle, double lef
         const Item& item = items_[i];
         if (item.text) {
             const double textTop = top + (placed.height - item.textHeight) / 2;
-            placed.fragments.push_back({item.text, item.line, x, textTop, item.textHeight, boxIndex});
+            placed.fragments.push_back({item.text, item.line, x, textTop, item.textHeight, item.prefix, boxIndex});
             rects[i] = DOMRectReadOnly(x, textTop, item.width, item.textHeight);
         } else {
             rects[i] = DOMRectReadOnly(x, top + placed.height - item.height, item.width, item.height);

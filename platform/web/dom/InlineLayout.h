@@ -25,6 +25,9 @@ struct TextFragment {
     double left = 0;    // the text's left edge
     double top = 0;     // the top of its ascent: where its selection is drawn
     double height = 0;  // ascent and descent
+    // The code units the line holds before the node's text: the directional controls that
+    // stand for its element's unicode-bidi. Node offsets are line indices less this.
+    std::uint32_t prefix = 0;
     std::size_t box = 0;  // the block box whose line holds it, in DocumentLayout::boxes()
 
     double right() const;
@@ -62,6 +65,7 @@ private:
     struct Item {
         const Text* text = nullptr;  // a text run, else an atomic box (a canvas, an image)
         std::shared_ptr<const CanvasTextLayout> line;
+        std::uint32_t prefix = 0;
         double width = 0;
         double height = 0;      // the line height it asks for
         double textHeight = 0;  // ascent and descent, for text

@@ -272,7 +272,8 @@ std::vector<DOMRectReadOnly> Range::getClientRects() const
             const TextFragment* fragment = layout.fragmentOf(text);
             if (!fragment)
                 return;
-            for (const CanvasTextLayout::Span& span : fragment->line->selectionSpans(from, to))
+            const std::uint32_t prefix = fragment->prefix;
+            for (const CanvasTextLayout::Span& span : fragment->line->selectionSpans(from + prefix, to + prefix))
                 rects.emplace_back(fragment->left + span.left, fragment->top, span.right - span.left, fragment->height);
         },
         [&](const Element& element) {

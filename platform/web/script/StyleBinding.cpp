@@ -142,6 +142,8 @@ std::vector<Member> styleMembers()
         property<"text-align", "text-align">(),
         property<"margin", "margin">(),
         property<"padding", "padding">(),
+        property<"unicodeBidi", "unicode-bidi">(),
+        property<"unicode-bidi", "unicode-bidi">(),
     };
     return members;
 }

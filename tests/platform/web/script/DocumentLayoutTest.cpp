@@ -93,6 +93,23 @@ TEST_F(DocumentLayoutTest, CaretPositionFromPointAgreesWithTheCanvasIndexFromOff
               "true,true,3,0,,,,true,0");
 }
 
+TEST_F(DocumentLayoutTest, UnicodeBidiOverridesTheOrderOfAnElementsText)
+{
+    // bidi-override lays 'abc' out right to left in an rtl element, as the canvas does with
+    // the override controls around it; offsets stay the node's own.
+    EXPECT_EQ(run(kPlace
+                  + "ctx.direction = 'rtl'; var tm = ctx.measureText('\\u202Eabc\\u202C');"
+                    "var p = place('p', 'abc', {font: '50px sans-serif', direction: 'rtl', unicodeBidi: 'bidi-override',"
+                    "  position: 'absolute', margin: '0'});"
+                    "var box = p.getBoundingClientRect(), y = box.y + box.height / 2, range = document.createRange();"
+                    "range.setStart(p.firstChild, 0); range.setEnd(p.firstChild, 1);"
+                    "var a = range.getClientRects()[0], expected = tm.getSelectionRects(1, 2)[0];"
+                    "[getComputedStyle(p).unicodeBidi, near(box.width, tm.width), near(a.x - box.x, expected.x + tm.width),"
+                    " near(a.right, box.right), document.caretPositionFromPoint(box.x + 1, y).offset,"
+                    " document.caretPositionFromPoint(box.right - 1, y).offset].join()"),
+              "bidi-override,true,true,true,3,0");
+}
+
 TEST_F(DocumentLayoutTest, RangesKeepTheirEndsInOrderAndTheSelectionHoldsOneRange)
 {
     EXPECT_EQ(run(kPlace
