@@ -17,8 +17,9 @@ class Text;
 // A node's length as ranges count it: a text's UTF-16 code units, an element's children.
 std::uint32_t nodeLength(const Node& node);
 
-// A live range of a document's tree between two boundary points. A boundary point without a
-// node stands in the document itself, whose one child is the root element.
+// A range of a document's tree between two boundary points. A boundary point without a node
+// stands in the document itself, whose one child is the root element. The points do not follow
+// later changes to the tree: a point whose offset outgrew its node reads as the node's end.
 class Range {
 public:
     struct BoundaryPoint {
