@@ -5,8 +5,29 @@
 
 namespace script {
 
+namespace {
+
+bool isASCII(std::string_view text)
+{
+    unsigned char any = 0;
+    for (char c : text)
+        any |= static_cast<unsigned char>(c);
+    return any < 0x80;
+}
+
+} // namespace
+
 JSString::JSString(std::string_view utf8)
 {
+    // Long ASCII texts (data URLs above all) are widened here: the engine's UTF-8 decoder takes
+    // several times as long, and a terminated copy would come on top.
+    if (utf8.size() > 64 && isASCII(utf8)) {
+        std::u16string units(utf8.size(), u'\0');
+        for (std::size_t i = 0; i < utf8.size(); ++i)
+            units[i] = char16_t(static_cast<unsigned char>(utf8[i]));
+        string_ = JSStringCreateWithCharacters(reinterpret_cast<const JSChar*>(units.data()), units.size());
+        return;
+    }
     // JSStringCreateWithUTF8CString needs a terminated string and stops at the first NUL, so
     // text with NULs goes through UTF-16.
     if (utf8.find('\0') == std::string_view::npos) {
@@ -65,6 +86,15 @@ std::string toUTF8(JSStringRef string)
     // Encode by hand: the engine's own conversion stops at an embedded NUL.
     const JSChar* units = JSStringGetCharactersPtr(string);
     std::size_t length = JSStringGetLength(string);
+    std::size_t ascii = 0;
+    while (ascii < length && units[ascii] < 0x80)
+        ++ascii;
+    if (ascii == length) {
+        std::string out(length, '\0');
+        for (std::size_t i = 0; i < length; ++i)
+            out[i] = char(units[i]);
+        return out;
+    }
     std::string out(length * 3, '\0');
     char* write = out.data();
     for (std::size_t i = 0; i < length; ++i) {
