@@ -1,5 +1,7 @@
 #include "platform/web/css/CSSCalc.h"
 
+#include "platform/web/css/CSSUnits.h"
+
 #include <cmath>
 
 namespace {
@@ -108,14 +110,8 @@ private:
             return CalcValue{n.value, Type::Number};
         if (n.isPercentage())
             return CalcValue{n.value, Type::Percentage};
-        if (n.unit == "deg")
-            return CalcValue{n.value, Type::Angle};
-        if (n.unit == "rad")
-            return CalcValue{n.value * 180 / M_PI, Type::Angle};
-        if (n.unit == "grad")
-            return CalcValue{n.value * 0.9, Type::Angle};
-        if (n.unit == "turn")
-            return CalcValue{n.value * 360, Type::Angle};
+        if (auto degrees = degreesPerAngleUnit(n.unit))
+            return CalcValue{n.value * *degrees, Type::Angle};
         return {};
     }
 

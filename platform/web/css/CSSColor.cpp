@@ -3,6 +3,7 @@
 #include "platform/web/css/CSSCalc.h"
 #include "platform/web/css/CSSNamedColors.h"
 #include "platform/web/css/CSSScanner.h"
+#include "platform/web/css/CSSUnits.h"
 
 #include <algorithm>
 #include <array>
@@ -145,15 +146,10 @@ std::optional<double> resolveHue(const Component& hue)
         return n.value;
     if (n.type != Numeric::Type::Dimension)
         return {};
-    if (n.unit == "deg")
-        return n.value;
-    if (n.unit == "rad")
-        return n.value * 180 / M_PI;
-    if (n.unit == "grad")
-        return n.value * 0.9;
-    if (n.unit == "turn")
-        return n.value * 360;
-    return {};
+    auto factor = degreesPerAngleUnit(n.unit);
+    if (!factor)
+        return {};
+    return n.value * *factor;
 }
 
 // Saturation, lightness, whiteness, blackness: a percentage, or in modern syntax also a number

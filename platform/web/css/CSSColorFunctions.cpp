@@ -3,6 +3,7 @@
 #include "platform/web/css/CSSCalc.h"
 #include "platform/web/css/CSSColor.h"
 #include "platform/web/css/CSSScanner.h"
+#include "platform/web/css/CSSUnits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -70,13 +71,10 @@ std::optional<Channel> consumeChannel(CSSScanner& scanner, CalcKeywords keywords
             return Channel{false, {numeric->value, CalcValue::Type::Number}};
         if (numeric->type == Type::Percentage)
             return Channel{false, {numeric->value, CalcValue::Type::Percentage}};
-        double factor = numeric->unit == "deg" ? 1 : numeric->unit == "rad" ? 180 / M_PI
-            : numeric->unit == "grad"           ? 0.9
-            : numeric->unit == "turn"           ? 360
-                                                : NAN;
-        if (std::isnan(factor))
+        auto degrees = degreesPerAngleUnit(numeric->unit);
+        if (!degrees)
             return {};
-        return Channel{false, {numeric->value * factor, CalcValue::Type::Angle}};
+        return Channel{false, {numeric->value * *degrees, CalcValue::Type::Angle}};
     }
     std::size_t start = scanner.position();
     if (auto name = scanner.identifier()) {

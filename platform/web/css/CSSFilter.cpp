@@ -1,6 +1,7 @@
 #include "platform/web/css/CSSFilter.h"
 
 #include "platform/web/css/CSSScanner.h"
+#include "platform/web/css/CSSUnits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,11 +17,11 @@ using Kind = CSSFilterFunction::Kind;
 // viewport of 0 (a canvas has none).
 std::optional<double> pixelsPerUnit(const std::string& unit)
 {
-    static constexpr std::pair<std::string_view, double> kUnits[] = {
-        {"px", 1},        {"in", 96},    {"cm", 96 / 2.54}, {"mm", 96 / 25.4}, {"q", 96 / 101.6}, {"pt", 96.0 / 72},
-        {"pc", 16},       {"em", 16},    {"rem", 16},       {"ex", 8},         {"ch", 8},          {"lh", 19.2},
-        {"vw", 0},        {"vh", 0},     {"vmin", 0},       {"vmax", 0}};
-    for (const auto& [name, factor] : kUnits) {
+    if (auto absolute = pixelsPerAbsoluteLengthUnit(unit))
+        return absolute;
+    static constexpr std::pair<std::string_view, double> kRelative[] = {
+        {"em", 16}, {"rem", 16}, {"ex", 8}, {"ch", 8}, {"lh", 19.2}, {"vw", 0}, {"vh", 0}, {"vmin", 0}, {"vmax", 0}};
+    for (const auto& [name, factor] : kRelative) {
         if (unit == name)
             return factor;
     }
@@ -45,15 +46,10 @@ std::optional<double> angle(const Numeric& n)
         return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
     if (n.type != Numeric::Type::Dimension)
         return {};
-    if (n.unit == "deg")
-        return n.value;
-    if (n.unit == "rad")
-        return n.value * 180 / M_PI;
-    if (n.unit == "grad")
-        return n.value * 0.9;
-    if (n.unit == "turn")
-        return n.value * 360;
-    return {};
+    auto factor = degreesPerAngleUnit(n.unit);
+    if (!factor)
+        return {};
+    return n.value * *factor;
 }
 
 bool parseDropShadow(CSSScanner& scanner, CSSFilterFunction& function)

@@ -1,6 +1,7 @@
 #include "platform/web/css/CSSTransform.h"
 
 #include "platform/web/css/CSSScanner.h"
+#include "platform/web/css/CSSUnits.h"
 #include "platform/web/geometry/SinCosDegrees.h"
 
 #include <cmath>
@@ -35,21 +36,10 @@ std::optional<double> toPixels(const Numeric& n)
         return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
     if (n.type != Numeric::Type::Dimension)
         return {};
-    if (n.unit == "px")
-        return n.value;
-    if (n.unit == "in")
-        return n.value * 96;
-    if (n.unit == "cm")
-        return n.value * 96 / 2.54;
-    if (n.unit == "mm")
-        return n.value * 96 / 25.4;
-    if (n.unit == "q")
-        return n.value * 96 / 101.6;
-    if (n.unit == "pt")
-        return n.value * 96 / 72;
-    if (n.unit == "pc")
-        return n.value * 16;
-    return {};
+    auto factor = pixelsPerAbsoluteLengthUnit(n.unit);
+    if (!factor)
+        return {};
+    return n.value * *factor;
 }
 
 std::optional<double> toDegrees(const Numeric& n)
@@ -58,15 +48,10 @@ std::optional<double> toDegrees(const Numeric& n)
         return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
     if (n.type != Numeric::Type::Dimension)
         return {};
-    if (n.unit == "deg")
-        return n.value;
-    if (n.unit == "rad")
-        return n.value * 180 / M_PI;
-    if (n.unit == "grad")
-        return n.value * 0.9;
-    if (n.unit == "turn")
-        return n.value * 360;
-    return {};
+    auto factor = degreesPerAngleUnit(n.unit);
+    if (!factor)
+        return {};
+    return n.value * *factor;
 }
 
 // scale() takes numbers and, since Transforms 2, percentages.

@@ -2,6 +2,7 @@
 
 #include "platform/web/dom/Element.h"
 #include "platform/web/geometry/NumberToString.h"
+#include "platform/web/css/CSSUnits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,18 +42,8 @@ double pixels(const CSSLength& length, const LengthBasis& basis)
         return v * basis.lh;
     if (u == "rlh")
         return v * basis.rlh;
-    if (u == "pt")
-        return v * 96 / 72;
-    if (u == "pc")
-        return v * 16;
-    if (u == "in")
-        return v * 96;
-    if (u == "cm")
-        return v * 96 / 2.54;
-    if (u == "mm")
-        return v * 96 / 25.4;
-    if (u == "q")
-        return v * 96 / 101.6;
+    if (auto pixels = pixelsPerAbsoluteLengthUnit(u))
+        return v * *pixels;
     return 0; // viewport units: there is no viewport
 }
 

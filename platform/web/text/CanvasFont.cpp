@@ -3,6 +3,7 @@
 #include "platform/web/text/CssTokens.h"
 #include "platform/web/text/FontSelector.h"
 #include "platform/web/text/LruCache.h"
+#include "platform/web/css/CSSUnits.h"
 
 #include <algorithm>
 #include <array>
@@ -64,15 +65,10 @@ std::optional<double> angleInDegrees(const CssToken& token)
 {
     if (token.type != CssToken::Dimension)
         return std::nullopt;
-    if (token.text == "deg")
-        return token.number;
-    if (token.text == "rad")
-        return token.number * 180 / 3.14159265358979323846;
-    if (token.text == "grad")
-        return token.number * 0.9;
-    if (token.text == "turn")
-        return token.number * 360;
-    return std::nullopt;
+    auto degrees = degreesPerAngleUnit(token.text);
+    if (!degrees)
+        return std::nullopt;
+    return token.number * *degrees;
 }
 
 } // namespace
@@ -304,12 +300,8 @@ std::optional<double> cssLengthInPixels(const CssToken& token, const CssLengthBa
         return std::nullopt;
     const std::string unit = asciiLower(token.text);
     const double n = token.number;
-    static constexpr std::pair<const char*, double> kAbsolute[] = {
-        {"px", 1}, {"pt", 96.0 / 72}, {"pc", 16}, {"in", 96}, {"cm", 96 / 2.54}, {"mm", 96 / 25.4}, {"q", 96 / 101.6}};
-    for (auto [name, pixels] : kAbsolute) {
-        if (unit == name)
-            return n * pixels;
-    }
+    if (auto pixels = pixelsPerAbsoluteLengthUnit(unit))
+        return n * *pixels;
     const CssFontUnits& f = base.font;
     const CssFontUnits& r = base.root;
     const double width = base.viewportWidth / 100, height = base.viewportHeight / 100;
