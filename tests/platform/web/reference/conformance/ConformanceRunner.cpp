@@ -29,6 +29,7 @@
 #include <vector>
 
 #if __has_include("platform/web/UIWebView.h")
+#include "platform/core/JSONString.h"
 #include "platform/web/UIWebView.h"
 #include "../WebViewFactory.h"
 #define AMPWELL_HAVE_WEB_VIEW 1
@@ -112,31 +113,6 @@ std::vector<std::string> collectFiles(const fs::path& root, const std::string& f
     return files;
 }
 
-// The HTML as a JavaScript string literal.
-[[maybe_unused]] std::string jsStringLiteral(std::string_view text)
-{
-    std::string out = "\"";
-    out.reserve(text.size() + 16);
-    for (const char ch : text) {
-        switch (ch) {
-        case '"': out += "\\\""; break;
-        case '\\': out += "\\\\"; break;
-        case '\n': out += "\\n"; break;
-        case '\r': out += "\\r"; break;
-        case '\t': out += "\\t"; break;
-        default:
-            if (static_cast<unsigned char>(ch) < 0x20) {
-                char escape[8];
-                std::snprintf(escape, sizeof escape, "\\u%04x", ch);
-                out += escape;
-            } else {
-                out += ch;
-            }
-        }
-    }
-    return out + "\"";
-}
-
 [[maybe_unused]] std::string oneLine(std::string text)
 {
     std::replace(text.begin(), text.end(), '\n', ' ');
@@ -170,7 +146,7 @@ std::vector<std::string> collectFiles(const fs::path& root, const std::string& f
         if (const auto html = readFile(options.suite / files[i])) {
             view.loadHTMLStringBaseURL(std::nullopt, std::nullopt);
             view.stringByEvaluatingJavaScriptFromString(harness);
-            results = view.stringByEvaluatingJavaScriptFromString("__wpt.run(" + jsStringLiteral(*html) + ")");
+            results = view.stringByEvaluatingJavaScriptFromString("__wpt.run(" + jsonString(*html) + ")");
             if (results.empty())
                 results = "FAIL\t(harness)\t" + oneLine("no result: " + std::string(view.lastError())) + "\n";
         } else {
