@@ -15,7 +15,7 @@ using Kind = CSSFilterFunction::Kind;
 
 // CSS pixels per unit; font-relative units as for a 16px font, viewport units as for a
 // viewport of 0 (a canvas has none).
-std::optional<double> pixelsPerUnit(const std::string& unit)
+std::optional<double> pixelsPerUnit(std::string_view unit)
 {
     if (auto absolute = pixelsPerAbsoluteLengthUnit(unit))
         return absolute;
@@ -30,26 +30,12 @@ std::optional<double> pixelsPerUnit(const std::string& unit)
 
 std::optional<double> length(const Numeric& n)
 {
-    if (n.isNumber())
-        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
-    if (n.type != Numeric::Type::Dimension)
-        return {};
-    auto factor = pixelsPerUnit(n.unit);
-    if (!factor)
-        return {};
-    return n.value * *factor;
+    return dimensionOrZero(n, pixelsPerUnit);
 }
 
 std::optional<double> angle(const Numeric& n)
 {
-    if (n.isNumber())
-        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
-    if (n.type != Numeric::Type::Dimension)
-        return {};
-    auto factor = degreesPerAngleUnit(n.unit);
-    if (!factor)
-        return {};
-    return n.value * *factor;
+    return dimensionOrZero(n, degreesPerAngleUnit);
 }
 
 bool parseDropShadow(CSSScanner& scanner, CSSFilterFunction& function)

@@ -2,6 +2,7 @@
 
 #include "platform/web/css/CSSScanner.h"
 #include "platform/web/css/CSSUnits.h"
+#include "platform/web/geometry/Matrix4x4.h"
 #include "platform/web/geometry/SinCosDegrees.h"
 
 #include <cmath>
@@ -10,48 +11,20 @@
 
 namespace {
 
-using Matrix = std::array<std::array<double, 4>, 4>;
+using Matrix = Matrix4x4;
 using Numeric = CSSScanner::Numeric;
 
 constexpr Matrix kIdentity = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
 
-Matrix multiply(const Matrix& a, const Matrix& b)
-{
-    Matrix result{};
-    for (int i = 0; i < 4; ++i) {
-        for (int j = 0; j < 4; ++j) {
-            double sum = 0;
-            for (int k = 0; k < 4; ++k)
-                sum += a[i][k] * b[k][j];
-            result[i][j] = sum;
-        }
-    }
-    return result;
-}
-
 // Absolute lengths in px; relative ones (em, %, vw, ...) cannot be resolved without a document.
 std::optional<double> toPixels(const Numeric& n)
 {
-    if (n.isNumber())
-        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
-    if (n.type != Numeric::Type::Dimension)
-        return {};
-    auto factor = pixelsPerAbsoluteLengthUnit(n.unit);
-    if (!factor)
-        return {};
-    return n.value * *factor;
+    return dimensionOrZero(n, pixelsPerAbsoluteLengthUnit);
 }
 
 std::optional<double> toDegrees(const Numeric& n)
 {
-    if (n.isNumber())
-        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
-    if (n.type != Numeric::Type::Dimension)
-        return {};
-    auto factor = degreesPerAngleUnit(n.unit);
-    if (!factor)
-        return {};
-    return n.value * *factor;
+    return dimensionOrZero(n, degreesPerAngleUnit);
 }
 
 // scale() takes numbers and, since Transforms 2, percentages.

@@ -30,3 +30,15 @@ std::optional<double> pixelsPerAbsoluteLengthUnit(std::string_view unit)
         {"px", 1}, {"in", 96}, {"cm", 96 / 2.54}, {"mm", 96 / 25.4}, {"q", 96 / 101.6}, {"pt", 96.0 / 72}, {"pc", 16}};
     return factorOf(kLengths, unit);
 }
+
+std::optional<double> dimensionOrZero(const CSSScanner::Numeric& n, std::optional<double> (*perUnit)(std::string_view))
+{
+    if (n.isNumber())
+        return n.value == 0 ? std::optional<double>(0.0) : std::nullopt;
+    if (n.type != CSSScanner::Numeric::Type::Dimension)
+        return std::nullopt;
+    auto factor = perUnit(n.unit);
+    if (!factor)
+        return std::nullopt;
+    return n.value * *factor;
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/web/css/CSSScanner.h"
+
 #include <optional>
 #include <string_view>
 
@@ -12,3 +14,7 @@ std::optional<double> degreesPerAngleUnit(std::string_view unit);
 
 // px, in, cm, mm, q, pt and pc, in CSS pixels (96 to the inch).
 std::optional<double> pixelsPerAbsoluteLengthUnit(std::string_view unit);
+
+// A dimension converted by `perUnit`, where a unitless zero is zero (as lengths and angles in
+// filters and transforms may be written).
+std::optional<double> dimensionOrZero(const CSSScanner::Numeric& n, std::optional<double> (*perUnit)(std::string_view));

@@ -9,21 +9,7 @@
 
 namespace {
 
-using Elements = std::array<std::array<double, 4>, 4>;
-
-Elements multiply(const Elements& a, const Elements& b)
-{
-    Elements result{};
-    for (int i = 0; i < 4; ++i) {
-        for (int j = 0; j < 4; ++j) {
-            double sum = 0;
-            for (int k = 0; k < 4; ++k)
-                sum += a[i][k] * b[k][j];
-            result[i][j] = sum;
-        }
-    }
-    return result;
-}
+using Elements = Matrix4x4;
 
 DOMException typeError(const char* message) { return DOMException{"TypeError", message}; }
 

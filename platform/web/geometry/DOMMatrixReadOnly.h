@@ -3,6 +3,7 @@
 #include "platform/web/dom/ExceptionOr.h"
 #include "platform/web/geometry/DOMMatrixInit.h"
 #include "platform/web/geometry/DOMPointReadOnly.h"
+#include "platform/web/geometry/Matrix4x4.h"
 
 #include <array>
 #include <optional>
@@ -81,7 +82,7 @@ public:
     DOMMatrixInit toJSON() const;
 
     // Element access in column-vector convention for code that works with matrices directly.
-    using Elements = std::array<std::array<double, 4>, 4>;
+    using Elements = Matrix4x4;
     double at(int row, int column) const { return m_[row][column]; }
     const Elements& elements() const { return m_; }
 
