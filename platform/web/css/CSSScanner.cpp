@@ -1,5 +1,7 @@
 #include "platform/web/css/CSSScanner.h"
 
+#include "platform/web/css/DecimalNumber.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -50,32 +52,10 @@ bool CSSScanner::startsIdentifier(std::size_t at) const
 std::optional<CSSScanner::Numeric> CSSScanner::numeric()
 {
     std::size_t start = pos_;
-    std::size_t i = pos_;
-    if (i < text_.size() && (text_[i] == '+' || text_[i] == '-'))
-        ++i;
-    std::size_t digitsStart = i;
-    while (i < text_.size() && isDigit(text_[i]))
-        ++i;
-    bool hasInteger = i > digitsStart;
-    bool hasFraction = false;
-    if (i + 1 < text_.size() && text_[i] == '.' && isDigit(text_[i + 1])) {
-        ++i;
-        while (i < text_.size() && isDigit(text_[i]))
-            ++i;
-        hasFraction = true;
-    }
-    if (!hasInteger && !hasFraction)
+    auto numberEnd = decimalNumberEnd(text_, start, false);
+    if (!numberEnd)
         return {};
-    if (i < text_.size() && (text_[i] == 'e' || text_[i] == 'E')) {
-        std::size_t j = i + 1;
-        if (j < text_.size() && (text_[j] == '+' || text_[j] == '-'))
-            ++j;
-        if (j < text_.size() && isDigit(text_[j])) {
-            while (j < text_.size() && isDigit(text_[j]))
-                ++j;
-            i = j;
-        }
-    }
+    std::size_t i = *numberEnd;
     // from_chars does not take a leading '+'.
     std::size_t parseStart = text_[start] == '+' ? start + 1 : start;
     Numeric result;

@@ -3,6 +3,7 @@
 #include "platform/web/dom/ElementFactory.h"
 #include "platform/web/dom/HTMLImageElement.h"
 #include "platform/web/dom/HTMLVideoElement.h"
+#include "platform/web/dom/MarkupName.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/ElementBindings.h"
 #include "platform/web/script/LayoutBindings.h"
@@ -21,19 +22,9 @@ std::string lower(std::string text)
     return text;
 }
 
-bool isValidElementName(std::string_view name)
-{
-    if (name.empty() || std::isdigit(static_cast<unsigned char>(name[0])) || name[0] == '-' || name[0] == '.')
-        return false;
-    for (char ch : name)
-        if (std::isspace(static_cast<unsigned char>(ch)) || std::string_view("<>\"'/=&").find(ch) != std::string_view::npos)
-            return false;
-    return true;
-}
-
 std::string checkedName(const Call& call, std::string name, const char* member)
 {
-    if (!isValidElementName(name))
+    if (!isValidMarkupName(name))
         call.throwException({"InvalidCharacterError", std::string("Failed to execute '") + member
                                  + "' on 'Document': The tag name provided ('" + name + "') is not a valid name."});
     return name;

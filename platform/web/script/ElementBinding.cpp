@@ -3,6 +3,7 @@
 #include "platform/web/dom/HTMLFragment.h"
 #include "platform/web/dom/HTMLImageElement.h"
 #include "platform/web/dom/HTMLVideoElement.h"
+#include "platform/web/dom/MarkupName.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/ElementBindings.h"
 #include "platform/web/script/LayoutBindings.h"
@@ -61,21 +62,11 @@ std::size_t utf16Length(std::string_view utf8)
     return length;
 }
 
-bool isValidName(std::string_view name)
-{
-    if (name.empty() || std::isdigit(static_cast<unsigned char>(name[0])) || name[0] == '-' || name[0] == '.')
-        return false;
-    for (char ch : name)
-        if (std::isspace(static_cast<unsigned char>(ch)) || std::string_view("<>\"'/=&").find(ch) != std::string_view::npos)
-            return false;
-    return true;
-}
-
 // An attribute name argument: checked, and in lower case on HTML elements.
 std::string attributeName(const Call& call, const Element& element, const char* member)
 {
     std::string name = call.string(0);
-    if (!isValidName(name))
+    if (!isValidMarkupName(name))
         call.throwException({"InvalidCharacterError", std::string("Failed to execute '") + member
                                  + "' on 'Element': '" + name + "' is not a valid attribute name."});
     if (element.isHTML())

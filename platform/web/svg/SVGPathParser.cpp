@@ -1,6 +1,7 @@
 #include "platform/web/svg/SVGPathParser.h"
 
 #include "platform/web/canvas/CanvasPath.h"
+#include "platform/web/css/DecimalNumber.h"
 
 #include <charconv>
 #include <cmath>
@@ -40,32 +41,10 @@ public:
 
     std::optional<double> number()
     {
-        std::size_t i = pos_;
-        if (i < text_.size() && (text_[i] == '+' || text_[i] == '-'))
-            ++i;
-        std::size_t digits = i;
-        while (i < text_.size() && isDigit(text_[i]))
-            ++i;
-        bool any = i > digits;
-        if (i < text_.size() && text_[i] == '.') {
-            ++i;
-            std::size_t fraction = i;
-            while (i < text_.size() && isDigit(text_[i]))
-                ++i;
-            any = any || i > fraction;
-        }
-        if (!any)
+        auto numberEnd = decimalNumberEnd(text_, pos_, true);
+        if (!numberEnd)
             return {};
-        if (i < text_.size() && (text_[i] == 'e' || text_[i] == 'E')) {
-            std::size_t j = i + 1;
-            if (j < text_.size() && (text_[j] == '+' || text_[j] == '-'))
-                ++j;
-            if (j < text_.size() && isDigit(text_[j])) {
-                while (j < text_.size() && isDigit(text_[j]))
-                    ++j;
-                i = j;
-            }
-        }
+        std::size_t i = *numberEnd;
         std::size_t start = text_[pos_] == '+' ? pos_ + 1 : pos_;
         double value = 0;
         auto [end, error] = std::from_chars(text_.data() + start, text_.data() + i, value);
