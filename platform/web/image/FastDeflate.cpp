@@ -17,6 +17,9 @@ constexpr std::uint32_t reversed(std::uint32_t code, int length)
     return result;
 }
 
+// Matches reach back one RGBA pixel: runs of equal pixels, transparent ones above all.
+constexpr std::size_t kDistance = 4;
+
 struct Code {
     std::uint32_t bits;
     int length;
@@ -42,7 +45,7 @@ constexpr auto kLiterals = [] {
 }();
 
 // For every match length 3..258: its length symbol's code followed by the extra bits, as one
-// bit string; then distance code 0 (distance 1), five zero bits.
+// bit string; then distance code 3 (distance 4, one pixel back), no extra bits.
 constexpr auto kLengths = [] {
     constexpr int base[] = {3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 15, 17, 19, 23, 27, 31,
                             35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195, 227, 258};
@@ -54,7 +57,8 @@ constexpr auto kLengths = [] {
             --index;
         Code symbol = fixedCode(257 + index);
         std::uint32_t extraValue = std::uint32_t(length - base[index]);
-        table[length] = {symbol.bits | extraValue << symbol.length, symbol.length + extra[index] + 5};
+        int lengthBits = symbol.length + extra[index];
+        table[length] = {symbol.bits | extraValue << symbol.length | reversed(3, 5) << lengthBits, lengthBits + 5};
     }
     return table;
 }();
@@ -92,20 +96,20 @@ private:
     int used_ = 0;
 };
 
-// How many bytes from `at` repeat data[at - 1], up to `limit`; eight at a time where it can.
+// How many bytes from `at` repeat the bytes four before them (the pixel before), up to
+// `limit`; eight at a time where it can.
 std::size_t repeats(const std::uint8_t* data, std::size_t at, std::size_t size, std::size_t limit)
 {
-    std::uint8_t byte = data[at - 1];
-    std::uint64_t pattern = 0x0101010101010101ull * byte;
     std::size_t n = 0;
     while (n + 8 <= limit && at + n + 8 <= size) {
-        std::uint64_t word;
+        std::uint64_t word, before;
         std::memcpy(&word, data + at + n, 8);
-        if (word != pattern)
+        std::memcpy(&before, data + at + n - kDistance, 8);
+        if (word != before)
             break;
         n += 8;
     }
-    while (n < limit && at + n < size && data[at + n] == byte)
+    while (n < limit && at + n < size && data[at + n] == data[at + n - kDistance])
         ++n;
     return n;
 }
@@ -126,7 +130,7 @@ void appendZlibFast(std::string& out, const std::uint8_t* data, std::size_t size
         const Code& literal = kLiterals[data[i]];
         writer.put(literal.bits, literal.length);
         ++i;
-        std::size_t run = i < size ? repeats(data, i, size, 258) : 0;
+        std::size_t run = i >= kDistance && i < size ? repeats(data, i, size, 258) : 0;
         if (run >= 3) {
             const Code& match = kLengths[run];
             writer.put(match.bits, match.length);

@@ -45,24 +45,16 @@ std::string encodePNG(cairo_surface_t* surface)
         return {};
     bool opaque = format == CAIRO_FORMAT_RGB24;
 
-    // Scanlines with the "sub" filter: runs of equal pixels become runs of zeros, which the
-    // run-length deflate squeezes well.
+    // Unfiltered scanlines: runs of equal pixels are what the deflate finds, and a decoder has
+    // nothing to undo.
     std::size_t rowSize = 1 + std::size_t(width) * 4;
     std::vector<unsigned char> raw(rowSize * height);
     for (int y = 0; y < height; ++y) {
         unsigned char* row = raw.data() + rowSize * y;
-        row[0] = 1;
+        row[0] = 0;
         auto* source = reinterpret_cast<const std::uint32_t*>(pixels + std::size_t(stride) * y);
-        unsigned char previous[4] = {0, 0, 0, 0};
-        for (int x = 0; x < width; ++x) {
-            unsigned char rgba[4];
-            pixelToRGBA(source[x], opaque, rgba);
-            unsigned char* out = row + 1 + 4 * x;
-            for (int i = 0; i < 4; ++i) {
-                out[i] = static_cast<unsigned char>(rgba[i] - previous[i]);
-                previous[i] = rgba[i];
-            }
-        }
+        for (int x = 0; x < width; ++x)
+            pixelToRGBA(source[x], opaque, row + 1 + 4 * x);
     }
 
     std::string png;
