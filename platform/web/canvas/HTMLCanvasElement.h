@@ -13,10 +13,29 @@
 
 class CanvasRenderingContext2D;
 
+// How many bits a canvas keeps per channel: bytes, or half floats that also hold colours
+// beyond the canvas's gamut.
+enum class CanvasColorType { Unorm8, Float16 };
+
+inline std::optional<CanvasColorType> parseCanvasColorType(std::string_view text)
+{
+    if (text == "unorm8")
+        return CanvasColorType::Unorm8;
+    if (text == "float16")
+        return CanvasColorType::Float16;
+    return {};
+}
+
+inline std::string_view toString(CanvasColorType type)
+{
+    return type == CanvasColorType::Float16 ? "float16" : "unorm8";
+}
+
 struct CanvasRenderingContext2DSettings {
     bool alpha = true;
     bool desynchronized = false;
     PredefinedColorSpace colorSpace = PredefinedColorSpace::Srgb;
+    CanvasColorType colorType = CanvasColorType::Unorm8;
     bool willReadFrequently = false;
 };
 

@@ -44,6 +44,7 @@ JSValueRef contextAttributes(Call& call, Context& context)
     JSObjectRef object = JSObjectMake(ctx, nullptr, nullptr);
     setProperty(ctx, object, "alpha", JSValueMakeBoolean(ctx, settings.alpha));
     setProperty(ctx, object, "colorSpace", makeString(ctx, toString(settings.colorSpace)));
+    setProperty(ctx, object, "colorType", makeString(ctx, toString(settings.colorType)));
     setProperty(ctx, object, "desynchronized", JSValueMakeBoolean(ctx, settings.desynchronized));
     setProperty(ctx, object, "willReadFrequently", JSValueMakeBoolean(ctx, settings.willReadFrequently));
     return object;

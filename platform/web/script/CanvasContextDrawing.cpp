@@ -184,6 +184,14 @@ std::vector<Member> contextDrawingMembers()
         operation<I, "createImageData", 1>([](Call& call, Context& c) {
             if (call.count() == 1)
                 return wrapImageData(call, call.check(c.createImageData(requireImageData(call, 0, "createImageData"))));
+            if (call.count() >= 4) {
+                std::uint32_t sw = call.toUnsignedLong(call.arg(1));
+                std::uint32_t sh = call.toUnsignedLong(call.arg(2));
+                ImageDataSettings settings = imageDataSettings(call, 3);
+                if (!settings.colorSpace)
+                    settings.colorSpace = c.getContextAttributes().colorSpace;
+                return wrapImageData(call, imageDataFromChannels(call, call.arg(0), sw, sh, settings));
+            }
             std::int32_t sw = call.enforceRangeLong(0);
             std::int32_t sh = call.enforceRangeLong(1);
             ImageDataSettings settings = imageDataSettings(call, 2);

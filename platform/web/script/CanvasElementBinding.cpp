@@ -27,6 +27,14 @@ CanvasRenderingContext2DSettings contextSettings(Call& call, JSValueRef options)
             call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type PredefinedColorSpace.");
         settings.colorSpace = *space;
     }
+    JSValueRef colorType = getProperty(ctx, dictionary, "colorType");
+    if (!JSValueIsUndefined(ctx, colorType)) {
+        std::string text = call.toString(colorType);
+        auto type = parseCanvasColorType(text);
+        if (!type)
+            call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type CanvasColorType.");
+        settings.colorType = *type;
+    }
     JSValueRef desynchronized = getProperty(ctx, dictionary, "desynchronized");
     if (!JSValueIsUndefined(ctx, desynchronized))
         settings.desynchronized = call.toBoolean(desynchronized);

@@ -1,10 +1,14 @@
 #include "platform/web/script/ImageDataBinding.h"
 
+#include "platform/web/canvas/Float16.h"
 #include "platform/web/canvas/ImageData.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/Realm.h"
 
 #include <JavaScriptCore/JSTypedArray.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace script {
 
@@ -32,6 +36,42 @@ ImageDataSettings toImageDataSettings(const Call& call, JSValueRef value)
     if (!JSValueIsUndefined(ctx, pixelFormat))
         settings.pixelFormat = enumeration(pixelFormat, parseImageDataPixelFormat, "ImageDataPixelFormat");
     return settings;
+}
+
+std::shared_ptr<ImageData> imageDataFromChannels(const Call& call, JSValueRef array, std::uint32_t sw, std::uint32_t sh,
+                                                 ImageDataSettings settings)
+{
+    JSContextRef ctx = call.ctx();
+    JSTypedArrayType type = JSValueGetTypedArrayType(ctx, array, nullptr);
+    if (type != kJSTypedArrayTypeUint8ClampedArray && type != kJSTypedArrayTypeUint16Array && type != kJSTypedArrayTypeFloat32Array)
+        call.throwTypeError("Failed to execute 'createImageData' on 'CanvasRenderingContext2D': parameter 1 is not of type "
+                            "'(Uint8ClampedArray or Uint16Array or Float32Array)'.");
+    auto object = const_cast<JSObjectRef>(array);
+    JSValueRef exception = nullptr;
+    std::size_t channels = JSObjectGetTypedArrayLength(ctx, object, &exception);
+    rethrowIf(exception);
+    if (sw == 0 || sh == 0 || channels / 4 / sw != sh || channels != std::size_t(sw) * sh * 4)
+        call.throwException(DOMException{"IndexSizeError", "The input data length is not equal to (4 * width * height)."});
+    settings.pixelFormat = type == kJSTypedArrayTypeFloat32Array ? ImageDataPixelFormat::RgbaFloat16 : ImageDataPixelFormat::RgbaUnorm8;
+    std::shared_ptr<ImageData> data = call.check(ImageData::create(sw, sh, settings));
+    // Asked for after the allocation, which may run the collector; a detached array has no
+    // bytes and its channels read as zero.
+    const void* bytes = JSObjectGetTypedArrayBytesPtr(ctx, object, &exception);
+    rethrowIf(exception);
+    if (!bytes)
+        return data;
+    if (type == kJSTypedArrayTypeUint8ClampedArray) {
+        std::copy_n(static_cast<const std::uint8_t*>(bytes), channels, data->data());
+    } else if (type == kJSTypedArrayTypeUint16Array) {
+        const auto* in = static_cast<const std::uint16_t*>(bytes);
+        for (std::size_t i = 0; i < channels; ++i)
+            data->data()[i] = std::uint8_t((unsigned(in[i]) + 128) / 257);
+    } else {
+        const auto* in = static_cast<const float*>(bytes);
+        for (std::size_t i = 0; i < channels; ++i)
+            data->halves()[i] = floatToHalf(in[i]);
+    }
+    return data;
 }
 
 namespace {

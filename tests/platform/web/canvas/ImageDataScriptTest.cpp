@@ -41,4 +41,37 @@ TEST_F(ImageDataScript, ContextReadsAndWritesHalfFloats)
               "rgba-float16;1.00,0.50,0.00,1.00;255,128,0,255");
 }
 
+TEST_F(ImageDataScript, ContextsReportTheirColorType)
+{
+    EXPECT_EQ(run("var make = (o) => document.createElement('canvas').getContext('2d', o).getContextAttributes().colorType;"
+                  "[make(), make({colorType: 'unorm8'}), make({colorType: 'float16', colorSpace: 'display-p3'})].join()"),
+              "unorm8,unorm8,float16");
+    EXPECT_EQ(run("try { document.createElement('canvas').getContext('2d', {colorType: 'float32'}); 'made' }"
+                  "catch (e) { e.name }"),
+              "TypeError");
+}
+
+TEST_F(ImageDataScript, CreateImageDataCopiesTypedArraysOfChannels)
+{
+    // Four arguments: the channels of a typed array, converted to a format of ours.
+    EXPECT_EQ(run("var x = document.createElement('canvas').getContext('2d');"
+                  "var r = [];"
+                  "for (const a of [new Uint8ClampedArray([255, 128, 0, 255]), new Uint16Array([65535, 32896, 0, 65535]),"
+                  "                 new Float32Array([1, 0.5, 0, 1])]) {"
+                  "  var d = x.createImageData(a, 1, 1, {});"
+                  "  x.putImageData(d, 5, 5);"
+                  "  r.push(d.pixelFormat + ':' + Array.from(x.getImageData(5, 5, 1, 1).data));"
+                  "}"
+                  "r.join(' ')"),
+              "rgba-unorm8:255,128,0,255 rgba-unorm8:255,128,0,255 rgba-float16:255,128,0,255");
+    EXPECT_EQ(run("var x = document.createElement('canvas').getContext('2d');"
+                  "var r = [];"
+                  "for (const make of [() => x.createImageData(new Float32Array(4), 2, 1, {}),"
+                  "                    () => x.createImageData(new Int8Array(4), 1, 1, {}),"
+                  "                    () => x.createImageData(4, 1, 1, {})])"
+                  "  try { make(); r.push('ok'); } catch (e) { r.push(e.name); }"
+                  "r.join()"),
+              "IndexSizeError,TypeError,TypeError");
+}
+
 } // namespace
