@@ -101,6 +101,14 @@ ExceptionOr<void> CanvasRenderingContext2D::drawImage(CanvasImageSource& image, 
     cairo_matrix_init(&paintImage.patternMatrix, 1 / scaleX, 0, 0, 1 / scaleY, source.x - destination.x / scaleX,
                       source.y - destination.y / scaleY);
     paintImage.filter = to_cairo_filter(state_.imageSmoothingEnabled, state_.imageSmoothingQuality);
+    if (paintImage.filter == CAIRO_FILTER_NEAREST) {
+        // A pixel whose centre lands exactly on the edge between two source pixels takes the
+        // one before it in browsers; Cairo would take the one after. The nudge stays far
+        // below a source pixel, so only such ties change.
+        constexpr double kTieBreak = 1.0 / 1024;
+        paintImage.patternMatrix.x0 -= kTieBreak;
+        paintImage.patternMatrix.y0 -= kTieBreak;
+    }
     paintImage.extend = CAIRO_EXTEND_PAD;
 
     std::array<cairo_path_data_t, 9> path;

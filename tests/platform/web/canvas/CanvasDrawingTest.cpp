@@ -241,6 +241,24 @@ TEST(CanvasDrawing, DrawImageClipsTheSourceRectangle)
     EXPECT_TRUE(near(pixelAt(zoomed, 39, 10), RGBA{{159, 96, 0, 255}}, 8)) << pixelAt(zoomed, 39, 10);
     EXPECT_EQ(pixelAt(zoomed, 0, 10), kRed);
 
+    // Cut on two sides and scaled by 2.5 without smoothing: the part kept starts at (50, 50)
+    // and its pixels stay 2.5 wide; a destination pixel whose centre falls exactly on a source
+    // pixel's edge takes the pixel before it, as in browsers.
+    TestCanvas framed(20, 20);
+    framed->setFillStyle(std::string("blue"));
+    framed->fillRect(0, 0, 20, 20);
+    framed->setFillStyle(std::string("black"));
+    framed->fillRect(5, 5, 10, 10);
+    TestCanvas scaled(90, 90);
+    scaled->setImageSmoothingEnabled(false);
+    ASSERT_FALSE(scaled->drawImage(*framed.element, -8, -8, 20, 20, 30, 30, 50, 50).isException());
+    EXPECT_EQ(pixelAt(scaled, 49, 49), kTransparent);
+    EXPECT_EQ(pixelAt(scaled, 50, 50), kBlue);
+    EXPECT_EQ(pixelAt(scaled, 62, 62), kBlue);
+    EXPECT_EQ(pixelAt(scaled, 63, 63), (RGBA{{0, 0, 0, 255}}));
+    EXPECT_EQ(pixelAt(scaled, 79, 79), (RGBA{{0, 0, 0, 255}}));
+    EXPECT_EQ(pixelAt(scaled, 80, 80), kTransparent);
+
     TestCanvas empty(0, 0);
     EXPECT_EQ(canvas->drawImage(*empty.element, 0, 0).exception().name, "InvalidStateError");
     // A canvas drawn onto itself reads its pixels as they were before the call.
