@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -16,22 +17,37 @@ struct AffineTransform {
                 a * other.c + c * other.d, b * other.c + d * other.d,
                 a * other.e + c * other.f + e, b * other.e + d * other.f + f};
     }
+    // Finite points stay finite: where a huge (finite) matrix overflows a double, the point
+    // is worked out in wider precision and held at kFar, beyond anything drawn.
+    static constexpr double kFar = 1e300;
     void map(double& x, double& y) const
     {
         double mappedX = a * x + c * y + e;
-        y = b * x + d * y + f;
+        double mappedY = b * x + d * y + f;
+        if (!std::isfinite(mappedX) || !std::isfinite(mappedY)) {
+            long double wideX = (long double)a * x + (long double)c * y + e;
+            long double wideY = (long double)b * x + (long double)d * y + f;
+            mappedX = double(std::clamp<long double>(wideX, -kFar, kFar));
+            mappedY = double(std::clamp<long double>(wideY, -kFar, kFar));
+        }
         x = mappedX;
+        y = mappedY;
     }
     double determinant() const { return a * d - b * c; }
     bool isFinite() const
     {
         return std::isfinite(a) && std::isfinite(b) && std::isfinite(c) && std::isfinite(d) && std::isfinite(e) && std::isfinite(f);
     }
+    // What Cairo accepts as a matrix: finite entries and a finite, non-zero determinant.
     bool isInvertible() const
     {
         double det = determinant();
         return det != 0 && std::isfinite(det) && isFinite();
     }
+    // Invertible in exact arithmetic: finite entries and a non-zero determinant, even one that
+    // overflows a double (scale(1e200, 1e200)). Paths can be built and hit-tested under such
+    // a transform, though Cairo cannot draw with it.
+    bool hasInverse() const { return isFinite() && (long double)a * d - (long double)b * c != 0; }
     std::optional<AffineTransform> inverse() const
     {
         if (!isInvertible())

@@ -79,8 +79,10 @@ bool CanvasRenderingContext2D::hitTest(std::span<const cairo_path_data_t> path, 
 {
     if (!std::isfinite(x) || !std::isfinite(y))
         return false;
+    // Fills are tested in device space, which even a transform too large for Cairo reaches;
+    // strokes need Cairo to work in user space.
     auto inverse = state_.transform.inverse();
-    if (!inverse && (inUserSpace || stroke))
+    if ((stroke && !inverse) || (inUserSpace && !state_.transform.hasInverse()))
         return false;
     std::vector<cairo_path_data_t> storage;
     auto data = prepareForCairo(path, inUserSpace ? &state_.transform : nullptr, stroke, storage);

@@ -209,7 +209,7 @@ public:
 
 protected:
     const AffineTransform& pathTransform() const override { return state_.transform; }
-    bool acceptsPathCalls() const override { return state_.transform.isInvertible(); }
+    bool acceptsPathCalls() const override { return state_.transform.hasInverse(); }
 
 private:
     // An open layer: its pixels (reaching past the canvas where its filters and the state it

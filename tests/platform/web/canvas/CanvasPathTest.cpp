@@ -184,6 +184,27 @@ TEST(CanvasPath, PathCallsWaitForAnInvertibleTransform)
     canvas->setTransform(1, 0, 0, 1, 0, 0);
     canvas->moveTo(1, 1);
     EXPECT_FALSE(canvas->isEmpty());
+
+    // A scale whose determinant overflows a double is still invertible; the path it makes
+    // reaches past the canvas on every side.
+    canvas->beginPath();
+    canvas->scale(1.7e308, 1.7e308);
+    canvas->rect(-10, -10, 20, 20);
+    EXPECT_TRUE(canvas->isPointInPath(0, 0, CanvasFillRule::Nonzero));
+    EXPECT_TRUE(canvas->isPointInPath(19, 19, CanvasFillRule::Evenodd));
+    Path2D square;
+    square.rect(0, 0, 1, 1);
+    EXPECT_TRUE(canvas->isPointInPath(square, 5, 5));
+    EXPECT_FALSE(canvas->isPointInPath(square, -5, 5));
+    // Cairo cannot draw through such a transform: nothing is drawn, and the context still
+    // draws once the transform is reasonable again.
+    canvas->setFillStyle(std::string("lime"));
+    canvas->fill();
+    canvas->stroke();
+    EXPECT_FALSE(canvas->isPointInStroke(0, 0));
+    canvas->resetTransform();
+    canvas->fillRect(0, 0, 5, 5);
+    EXPECT_EQ(pixelAt(canvas, 2, 2), (RGBA{{0, 255, 0, 255}}));
 }
 
 TEST(Path2D, ParsesSVGPathDataUpToTheFirstError)
