@@ -5,6 +5,7 @@
 #include "platform/web/canvas/RGBSpaceConversion.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cmath>
 #include <cstdlib>
@@ -17,6 +18,11 @@ DOMException tooLarge() { return DOMException{"RangeError", "Out of memory at Im
 DOMException layersOpen(const char* operation)
 {
     return DOMException{"InvalidStateError", std::string("`") + operation + "()` cannot be called with open layers."};
+}
+
+std::uint8_t toByte(float value)
+{
+    return std::uint8_t(std::lround(std::clamp(std::isnan(value) ? 0.0f : value, 0.0f, 1.0f) * 255));
 }
 
 // Image data of a context: in the canvas's colour space unless the script asked for another.
@@ -44,6 +50,46 @@ void storePixel(std::uint32_t pixel, bool opaque, const RGBSpaceConversion& conv
     out[3] = floatToHalf(rgba[3] / 255.0f);
 }
 
+// A float16 canvas's value for one pixel into image data at `index`, converted to its space
+// and format: unclamped for half floats, clipped to the gamut for bytes.
+void storeFloatPixel(const std::array<float, 4>& rgba, const RGBSpaceConversion& conversion, ImageData& target, std::size_t index)
+{
+    auto rgb = conversion.convert(rgba[0], rgba[1], rgba[2]);
+    if (target.pixelFormat() == ImageDataPixelFormat::RgbaFloat16) {
+        std::uint16_t* out = target.halves() + index * 4;
+        for (int i = 0; i < 3; ++i)
+            out[i] = floatToHalf(rgb[i]);
+        out[3] = floatToHalf(rgba[3]);
+        return;
+    }
+    std::uint8_t* out = target.data() + index * 4;
+    for (int i = 0; i < 3; ++i)
+        out[i] = toByte(rgb[i]);
+    out[3] = toByte(rgba[3]);
+}
+
+// A pixel of image data at `index` as unpremultiplied floats in the canvas's space, beyond
+// 0..1 where the canvas's gamut does not reach.
+std::array<float, 4> floatPixel(const ImageData& source, std::size_t index, const RGBSpaceConversion& conversion)
+{
+    float rgba[4];
+    if (source.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8) {
+        for (int i = 0; i < 4; ++i)
+            rgba[i] = source.data()[index * 4 + i] / 255.0f;
+    } else {
+        for (int i = 0; i < 4; ++i)
+            rgba[i] = halfToFloat(source.halves()[index * 4 + i]);
+    }
+    auto rgb = conversion.convert(rgba[0], rgba[1], rgba[2]);
+    return {rgb[0], rgb[1], rgb[2], rgba[3]};
+}
+
+std::uint32_t floatsToPixel(const std::array<float, 4>& rgba)
+{
+    std::uint8_t bytes[4] = {toByte(rgba[0]), toByte(rgba[1]), toByte(rgba[2]), toByte(rgba[3])};
+    return rgbaToPixel(bytes);
+}
+
 // A pixel of image data at `index` as a canvas pixel, converted to the canvas's space.
 std::uint32_t loadPixel(const ImageData& source, std::size_t index, const RGBSpaceConversion& conversion)
 {
@@ -53,11 +99,7 @@ std::uint32_t loadPixel(const ImageData& source, std::size_t index, const RGBSpa
         conversion.convertBytesInPlace(rgba);
         return rgbaToPixel(rgba);
     }
-    const std::uint16_t* in = source.halves() + index * 4;
-    auto rgb = conversion.convert(halfToFloat(in[0]), halfToFloat(in[1]), halfToFloat(in[2]));
-    auto byte = [](float v) { return std::uint8_t(std::lround(std::clamp(std::isnan(v) ? 0.0f : v, 0.0f, 1.0f) * 255)); };
-    rgba[0] = byte(rgb[0]), rgba[1] = byte(rgb[1]), rgba[2] = byte(rgb[2]), rgba[3] = byte(halfToFloat(in[3]));
-    return rgbaToPixel(rgba);
+    return floatsToPixel(floatPixel(source, index, conversion));
 }
 
 } // namespace
@@ -107,7 +149,11 @@ ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::getImageData(i
     long long left = std::max(x, 0LL), right = std::min(x + width, canvasWidth);
     long long top = std::max(y, 0LL), bottom = std::min(y + height, canvasHeight);
     RGBSpaceConversion conversion(settings_.colorSpace, imageData.colorSpace());
-    bool plain = conversion.isIdentity() && imageData.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8;
+    const HalfFloatPixels* wide = canvas_.halfFloatPixels();
+    if (wide && wide->empty())
+        wide = nullptr;
+    bool plain = !wide && conversion.isIdentity() && imageData.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8;
+    std::array<float, 4> value;
     for (long long row = top; row < bottom; ++row) {
         auto* source = reinterpret_cast<const std::uint32_t*>(pixels + row * stride);
         std::size_t index = std::size_t((row - y) * width + (left - x));
@@ -117,8 +163,12 @@ ExceptionOr<std::shared_ptr<ImageData>> CanvasRenderingContext2D::getImageData(i
                 pixelToRGBA(source[column], opaque, out);
             continue;
         }
-        for (long long column = left; column < right; ++column, ++index)
-            storePixel(source[column], opaque, conversion, imageData, index);
+        for (long long column = left; column < right; ++column, ++index) {
+            if (wide && wide->load(unsigned(column), unsigned(row), source[column], opaque, value))
+                storeFloatPixel(value, conversion, imageData, index);
+            else
+                storePixel(source[column], opaque, conversion, imageData, index);
+        }
     }
     return result;
 }
@@ -160,7 +210,9 @@ ExceptionOr<void> CanvasRenderingContext2D::putImageData(const ImageData& imageD
     long long left = std::max(dx + x, 0LL), right = std::min(dx + x + width, canvasWidth);
     long long top = std::max(dy + y, 0LL), bottom = std::min(dy + y + height, canvasHeight);
     RGBSpaceConversion conversion(imageData.colorSpace(), settings_.colorSpace);
-    bool plain = conversion.isIdentity() && imageData.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8;
+    // A float16 canvas keeps each value whole beside the bitmap's bytes.
+    HalfFloatPixels* wide = canvas_.halfFloatPixels();
+    bool plain = !wide && conversion.isIdentity() && imageData.pixelFormat() == ImageDataPixelFormat::RgbaUnorm8;
     for (long long row = top; row < bottom; ++row) {
         auto* target = reinterpret_cast<std::uint32_t*>(pixels + row * stride);
         std::size_t index = std::size_t((row - dy) * dataWidth + (left - dx));
@@ -170,8 +222,17 @@ ExceptionOr<void> CanvasRenderingContext2D::putImageData(const ImageData& imageD
                 target[column] = rgbaToPixel(in);
             continue;
         }
-        for (long long column = left; column < right; ++column, ++index)
-            target[column] = loadPixel(imageData, index, conversion);
+        for (long long column = left; column < right; ++column, ++index) {
+            if (!wide) {
+                target[column] = loadPixel(imageData, index, conversion);
+                continue;
+            }
+            std::array<float, 4> value = floatPixel(imageData, index, conversion);
+            if (canvas_.isOpaque()) // what an opaque bitmap keeps of a translucent pixel
+                value = {value[0] * value[3], value[1] * value[3], value[2] * value[3], 1.0f};
+            target[column] = floatsToPixel(value);
+            wide->store(unsigned(canvasWidth), unsigned(canvasHeight), unsigned(column), unsigned(row), value, target[column]);
+        }
     }
     cairo_surface_mark_dirty(bitmap);
     return {};

@@ -58,6 +58,7 @@ void HTMLCanvasElement::resetBitmap()
 {
     if (context_)
         context_->resetToInitialState();
+    halfFloatPixels_.clear();
     if (!surface_)
         return;
     bool sameSize = hasBitmap() && cairo_image_surface_get_width(surface_) == int(width_)
@@ -82,6 +83,7 @@ CanvasRenderingContext2D* HTMLCanvasElement::getContext2d(const CanvasRenderingC
             surface_ = nullptr;
         }
         opaque_ = !settings.alpha;
+        colorType_ = settings.colorType;
         context_ = std::make_unique<CanvasRenderingContext2D>(*this, settings);
     }
     return context_.get();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/web/canvas/CanvasImageSource.h"
+#include "platform/web/canvas/HalfFloatPixels.h"
 #include "platform/web/canvas/PredefinedColorSpace.h"
 #include "platform/web/dom/Element.h"
 
@@ -91,6 +92,8 @@ public:
     cairo_surface_t* bitmap();
     // Whether the bitmap is opaque by construction (a context made with alpha: false).
     bool isOpaque() const { return opaque_; }
+    // For a float16 context: the half-float values kept beside the bitmap; null otherwise.
+    HalfFloatPixels* halfFloatPixels() { return colorType_ == CanvasColorType::Float16 ? &halfFloatPixels_ : nullptr; }
 
     // CanvasImageSource
     ExceptionOr<bool> checkUsability() const override;
@@ -107,6 +110,8 @@ private:
     unsigned width_ = kDefaultWidth;
     unsigned height_ = kDefaultHeight;
     bool opaque_ = false;
+    CanvasColorType colorType_ = CanvasColorType::Unorm8;
     cairo_surface_t* surface_ = nullptr;
+    HalfFloatPixels halfFloatPixels_;
     std::unique_ptr<CanvasRenderingContext2D> context_;
 };

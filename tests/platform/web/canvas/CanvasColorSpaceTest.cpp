@@ -11,10 +11,11 @@ struct SpaceCanvas {
     std::shared_ptr<HTMLCanvasElement> element = HTMLCanvasElement::create();
     CanvasRenderingContext2D* context;
 
-    explicit SpaceCanvas(PredefinedColorSpace space)
+    explicit SpaceCanvas(PredefinedColorSpace space, CanvasColorType type = CanvasColorType::Unorm8)
     {
         CanvasRenderingContext2DSettings settings;
         settings.colorSpace = space;
+        settings.colorType = type;
         context = element->getContext2d(settings);
         element->setWidth(8);
         element->setHeight(8);
@@ -96,6 +97,45 @@ TEST(CanvasColorSpace, HalfFloatImageData)
     EXPECT_FALSE(canvas->putImageData(*data, 0, 0).isException());
     EXPECT_TRUE(near(readPixel(canvas, std::nullopt, 0, 0), RGBA{{255, 0, 51, 153}}, 1));
     EXPECT_TRUE(near(readPixel(canvas, std::nullopt, 1, 0), RGBA{{0, 0, 51, 255}}, 1));
+}
+
+TEST(CanvasColorSpace, HalfFloatCanvasesKeepWhatBytesCannot)
+{
+    ImageDataSettings p3;
+    p3.colorSpace = PredefinedColorSpace::DisplayP3;
+    auto input = ImageData::create(2, 1, p3).releaseValue();
+    std::uint8_t pixels[8] = {5, 250, 128, 255, 200, 100, 50, 3};
+    std::copy_n(pixels, 8, input->data());
+
+    // P3 green-cyan goes beyond sRGB; a float16 sRGB canvas keeps it (below zero in red), and
+    // a faint pixel keeps its colour, which premultiplied bytes would lose.
+    SpaceCanvas wide(PredefinedColorSpace::Srgb, CanvasColorType::Float16);
+    EXPECT_FALSE(wide->putImageData(*input, 1, 1).isException());
+    EXPECT_TRUE(near(readPixel(wide, PredefinedColorSpace::DisplayP3), RGBA{{5, 250, 128, 255}}, 0));
+    EXPECT_TRUE(near(readPixel(wide, PredefinedColorSpace::Srgb), RGBA{{0, 255, 112, 255}}, 1));
+    EXPECT_TRUE(near(readPixel(wide, PredefinedColorSpace::DisplayP3, 2, 1), RGBA{{200, 100, 50, 3}}, 0));
+    ImageDataSettings half;
+    half.pixelFormat = ImageDataPixelFormat::RgbaFloat16;
+    auto read = wide->getImageData(1, 1, 1, 1, half).releaseValue();
+    EXPECT_NEAR(halfToFloat(read->halves()[0]), -0.499, 0.002);
+    // A unorm8 canvas clips to its gamut, as before.
+    SpaceCanvas narrow(PredefinedColorSpace::Srgb);
+    EXPECT_FALSE(narrow->putImageData(*input, 1, 1).isException());
+    EXPECT_TRUE(near(readPixel(narrow, PredefinedColorSpace::DisplayP3), RGBA{{116, 251, 129, 255}}, 2));
+
+    // Drawing over a pixel replaces what was kept of it; pixels beside it keep theirs.
+    wide->setFillStyle(std::string("#00f"));
+    wide->fillRect(1, 1, 1, 1);
+    EXPECT_EQ(readPixel(wide, PredefinedColorSpace::Srgb), kBlue);
+    EXPECT_TRUE(near(readPixel(wide, PredefinedColorSpace::DisplayP3, 2, 1), RGBA{{200, 100, 50, 3}}, 0));
+    // Resizing clears everything, the kept values too: the clipped colour drawn afterwards is
+    // just that.
+    EXPECT_FALSE(wide->putImageData(*input, 1, 1).isException());
+    wide.element->setWidth(8);
+    EXPECT_EQ(readPixel(wide, PredefinedColorSpace::DisplayP3), kTransparent);
+    wide->setFillStyle(std::string("#00ff70"));
+    wide->fillRect(0, 0, 8, 8);
+    EXPECT_TRUE(near(readPixel(wide, PredefinedColorSpace::DisplayP3), RGBA{{116, 251, 129, 255}}, 2));
 }
 
 } // namespace
