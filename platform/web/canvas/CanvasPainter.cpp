@@ -5,13 +5,24 @@
 #include "platform/web/canvas/CanvasGradient.h"
 #include "platform/web/canvas/CanvasPattern.h"
 #include "platform/web/canvas/ConicGradient.h"
+#include "platform/web/canvas/CoverageMask.h"
 #include "platform/web/canvas/FilterEffects.h"
 #include "platform/web/canvas/GaussianBlur.h"
+#include "platform/web/canvas/PolylineStroker.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
+
+DeviceContours outlineOf(const FlattenedPath& path)
+{
+    DeviceContours contours;
+    contours.reserve(path.subpaths.size());
+    for (const auto& subpath : path.subpaths)
+        contours.push_back(subpath.points);
+    return contours;
+}
 
 void setIdentity(cairo_t* cr)
 {
@@ -272,10 +283,8 @@ void CanvasPainter::drawShape(cairo_t* cr, const CanvasShape& shape, const Canva
         cairo_save(cr);
         clipToPatternBand(cr, *(*style)->pattern, state_.transform, bounds);
     }
-    if (setSource(cr, source, group ? 1 : alpha, bounds)) {
-        setPath(cr, shape);
-        fillOrStroke(cr, shape);
-    }
+    if (setSource(cr, source, group ? 1 : alpha, bounds))
+        fillOrStroke(cr, shape, setPath(cr, shape));
     if (bandClip)
         cairo_restore(cr);
     if (group) {
@@ -285,7 +294,7 @@ void CanvasPainter::drawShape(cairo_t* cr, const CanvasShape& shape, const Canva
     }
 }
 
-void CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape) const
+FlattenedPath CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape) const
 {
     std::vector<cairo_path_data_t> storage;
     auto data = prepareForCairo(shape.path, shape.inUserSpace ? &state_.transform : nullptr, shape.stroke, storage);
@@ -296,6 +305,7 @@ void CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape) const
     // Line widths and dashes are in user space.
     cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
     cairo_set_matrix(cr, &ctm);
+    return flattenPath(data, cairo_get_tolerance(cr));
 }
 
 void CanvasPainter::setStrokeStyle(cairo_t* cr) const
@@ -305,17 +315,51 @@ void CanvasPainter::setStrokeStyle(cairo_t* cr) const
     cairo_set_line_join(cr, to_cairo_line_join(state_.lineJoin));
     cairo_set_miter_limit(cr, state_.miterLimit);
     const auto& dash = state_.lineDash;
-    double total = 0;
-    for (double segment : dash)
-        total += segment;
-    if (!dash.empty() && total > 0 && std::isfinite(total))
+    if (hasDashes())
         cairo_set_dash(cr, dash.data(), int(dash.size()), state_.lineDashOffset);
     else
         cairo_set_dash(cr, nullptr, 0, 0);
 }
 
-void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape) const
+bool CanvasPainter::paintByCoverage(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const
 {
+    // Cairo stays in charge of what this does not cover: straight-edged fills (which it draws
+    // faster still), dashes, strokes whose pen a transform stretches, and operators that
+    // reach beyond the shape.
+    if (cairo_get_operator(cr) != CAIRO_OPERATOR_OVER)
+        return false;
+    if (!shape.stroke) {
+        // One convex outline, or a font's glyphs, which are drawn to be filled so: elsewhere,
+        // where the rasterizer sums windings a crossing would show.
+        bool simple = path.subpaths.size() == 1 && path.subpaths[0].totalTurning(true) <= 2 * M_PI + 1e-6;
+        return (shape.glyphs || (path.hasCurves && simple)) && paintCoverage(cr, outlineOf(path), shape.fillRule);
+    }
+    const AffineTransform& m = state_.transform;
+    double scaleX = std::hypot(m.a, m.b), scaleY = std::hypot(m.c, m.d);
+    bool uniform = std::fabs(scaleX - scaleY) <= 1e-9 * scaleX && std::fabs(m.a * m.c + m.b * m.d) <= 1e-9 * scaleX * scaleY;
+    // Separate subpaths may cross, and the edges of their overlap would come out too dark.
+    if (!uniform || hasDashes() || path.subpaths.size() != 1)
+        return false;
+    StrokeGeometry geometry{state_.lineWidth * scaleX / 2, to_cairo_line_cap(state_.lineCap), to_cairo_line_join(state_.lineJoin),
+                            state_.miterLimit, cairo_get_tolerance(cr)};
+    auto outline = strokeOutline(path, geometry);
+    return outline && paintCoverage(cr, *outline, CAIRO_FILL_RULE_WINDING);
+}
+
+bool CanvasPainter::hasDashes() const
+{
+    double total = 0;
+    for (double segment : state_.lineDash)
+        total += segment;
+    return !state_.lineDash.empty() && total > 0 && std::isfinite(total);
+}
+
+void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const
+{
+    if (paintByCoverage(cr, shape, path)) {
+        cairo_new_path(cr);
+        return;
+    }
     if (shape.stroke) {
         setStrokeStyle(cr);
         cairo_stroke(cr);

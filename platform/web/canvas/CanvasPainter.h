@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/web/canvas/CanvasDrawingState.h"
+#include "platform/web/canvas/FlattenedPath.h"
 
 #include <cairo.h>
 
@@ -16,6 +17,8 @@ struct CanvasShape {
     bool inUserSpace = false;
     bool stroke = false;
     cairo_fill_rule_t fillRule = CAIRO_FILL_RULE_WINDING;
+    // Glyph outlines from a font, made to be filled by summing their windings.
+    bool glyphs = false;
 };
 
 // An image painted into a shape (drawImage): `surface` seen through `patternMatrix`, which
@@ -65,11 +68,14 @@ private:
     // Paints the shape with its source on `cr` with the current operator, `alpha` applied.
     void drawShape(cairo_t* cr, const CanvasShape& shape, const CanvasPaintSource& source, double alpha,
                    const CanvasDeviceRect& bounds) const;
-    void setPath(cairo_t* cr, const CanvasShape& shape) const;
+    // Sets the shape as the context's path, in device space, and returns it flattened.
+    FlattenedPath setPath(cairo_t* cr, const CanvasShape& shape) const;
     void setStrokeStyle(cairo_t* cr) const;
     // Sets the source; false when it paints nothing at all.
     bool setSource(cairo_t* cr, const CanvasPaintSource& source, double alpha, const CanvasDeviceRect& bounds) const;
-    void fillOrStroke(cairo_t* cr, const CanvasShape& shape) const;
+    void fillOrStroke(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const;
+    bool paintByCoverage(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const;
+    bool hasDashes() const;
 
     cairo_t* cr_;
     const CanvasDrawingState& state_;

@@ -23,7 +23,7 @@ void CanvasRenderingContext2D::drawText(const std::function<void(cairo_t*)>& app
     cairo_path_t* path = cairo_copy_path(cr);
     cairo_new_path(cr);
     if (path->status == CAIRO_STATUS_SUCCESS && path->num_data > 0) {
-        CanvasShape shape{std::span<const cairo_path_data_t>(path->data, path->num_data), false, stroke, CAIRO_FILL_RULE_WINDING};
+        CanvasShape shape{std::span<const cairo_path_data_t>(path->data, path->num_data), false, stroke, CAIRO_FILL_RULE_WINDING, true};
         paint(shape, stroke ? &state_.strokeStyle : &state_.fillStyle);
     }
     cairo_path_destroy(path);
