@@ -95,6 +95,17 @@ bool HTMLCanvasElement::hasBitmap() const
         && static_cast<unsigned long>(width_) * height_ <= kMaxArea;
 }
 
+namespace {
+
+HTMLCanvasElement::BitmapObserver bitmapObserver = nullptr;
+
+} // namespace
+
+void HTMLCanvasElement::setBitmapObserver(BitmapObserver observer)
+{
+    bitmapObserver = observer;
+}
+
 cairo_surface_t* HTMLCanvasElement::bitmap()
 {
     if (surface_ || !hasBitmap())
@@ -103,6 +114,8 @@ cairo_surface_t* HTMLCanvasElement::bitmap()
     if (cairo_surface_status(surface_) != CAIRO_STATUS_SUCCESS) {
         cairo_surface_destroy(surface_);
         surface_ = nullptr;
+    } else if (bitmapObserver) {
+        bitmapObserver(std::size_t(cairo_image_surface_get_stride(surface_)) * height_);
     }
     return surface_;
 }

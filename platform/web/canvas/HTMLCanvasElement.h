@@ -54,6 +54,12 @@ public:
     static constexpr unsigned long kMaxArea = 16UL * 1024 * 1024;
 
     static std::shared_ptr<HTMLCanvasElement> create();
+
+    // Told the size in bytes of every bitmap made. Bitmaps are made on first drawing, at the
+    // size the canvas has then; whoever owns the canvases' wrappers (the script engine, whose
+    // collector cannot see this memory) learns what they hold.
+    using BitmapObserver = void (*)(std::size_t bytes);
+    static void setBitmapObserver(BitmapObserver observer);
     std::shared_ptr<HTMLCanvasElement> shared_from_this()
     {
         return std::static_pointer_cast<HTMLCanvasElement>(Node::shared_from_this());

@@ -44,13 +44,6 @@ CanvasRenderingContext2DSettings contextSettings(Call& call, JSValueRef options)
     return settings;
 }
 
-void reportBitmapCost(Call& call, const HTMLCanvasElement& canvas)
-{
-    // The collector does not see the bitmap's memory; tell it, so that garbage canvases go.
-    if (canvas.hasBitmap())
-        JSReportExtraMemoryCost(call.ctx(), std::size_t(canvas.width()) * canvas.height() * 4);
-}
-
 JSValueRef getContext(Call& call, HTMLCanvasElement& canvas)
 {
     std::string contextId = call.string(0);
@@ -65,8 +58,6 @@ JSValueRef getContext(Call& call, HTMLCanvasElement& canvas)
     Realm& realm = call.realm();
     std::shared_ptr<CanvasRenderingContext2D> shared(canvas.shared_from_this(), context);
     JSObjectRef wrapper = realm.wrapCached(canvasRenderingContext2DInterface, shared, context);
-    if (made)
-        reportBitmapCost(call, canvas);
     // Each keeps the other's wrapper: ctx.canvas and getContext give the same objects for as
     // long as either is reachable.
     realm.setHidden(wrapper, "canvas", call.thisObject());
@@ -81,7 +72,6 @@ void setCanvasSize(Call& call, HTMLCanvasElement& canvas, JSValueRef value, bool
     std::uint32_t size = call.toUnsignedLong(value);
     unsigned fallback = width ? HTMLCanvasElement::kDefaultWidth : HTMLCanvasElement::kDefaultHeight;
     canvas.setAttribute(width ? "width" : "height", std::to_string(size > 2147483647u ? fallback : size));
-    reportBitmapCost(call, canvas);
 }
 
 } // namespace

@@ -75,14 +75,6 @@ std::string attributeName(const Call& call, const Element& element, const char* 
     return name;
 }
 
-// The collector does not see a canvas's bitmap; a new size is memory it should know of.
-void reportBitmapCost(Call& call, const Element& element)
-{
-    auto* canvas = dynamic_cast<const HTMLCanvasElement*>(&element);
-    if (canvas && canvas->hasBitmap())
-        JSReportExtraMemoryCost(call.ctx(), std::size_t(canvas->width()) * canvas->height() * 4);
-}
-
 std::shared_ptr<Node> requireNode(const Call& call, std::size_t index, const char* member)
 {
     auto node = nodeOf(call, call.arg(index));
@@ -149,7 +141,6 @@ void append(Call& call, const std::shared_ptr<Element>& parent, std::size_t firs
         if (!node)
             node = std::make_shared<Text>(call.string(i));
         call.check(Element::insertBefore(parent, node, nullptr));
-        reportBitmapCost(call, *parent);
     }
     (void)member;
 }
@@ -298,7 +289,6 @@ InterfaceDefinition nodeInterface = {
         operation<nodeInterface, "appendChild", 1>([](Call& call, const Wrapper& w) {
             auto parent = requireParent(call, w, "appendChild");
             call.check(Element::insertBefore(parent, requireNode(call, 0, "appendChild"), nullptr));
-            reportBitmapCost(call, *parent);
             return call.arg(0);
         }),
         operation<nodeInterface, "insertBefore", 2>([](Call& call, const Wrapper& w) {
@@ -370,13 +360,11 @@ InterfaceDefinition elementInterface = {
             auto element = self(call, w);
             std::string name = attributeName(call, *element, "setAttribute");
             element->setAttribute(name, call.string(1));
-            reportBitmapCost(call, *element);
         }),
         operation<elementInterface, "removeAttribute", 1>([](Call& call, const Wrapper& w) {
             auto element = self(call, w);
             std::string name = attributeName(call, *element, "removeAttribute");
-            if (element->removeAttribute(name))
-                reportBitmapCost(call, *element);
+            element->removeAttribute(name);
         }),
         readonlyAttribute<elementInterface, "children">([](Call& call, const Wrapper& w) {
             return nodeArray(call, self(call, w)->elementChildren());
@@ -397,7 +385,6 @@ InterfaceDefinition elementInterface = {
             [](Call& call, const Wrapper& w, JSValueRef value) {
                 auto element = self(call, w);
                 replaceChildrenWithMarkup(element, textArgument(call, value));
-                reportBitmapCost(call, *element);
             }),
         operation<elementInterface, "append", 0>([](Call& call, const Wrapper& w) { append(call, self(call, w), 0, "append"); }),
         operation<elementInterface, "remove", 0>([](Call& call, const Wrapper& w) { self(call, w)->remove(); }),

@@ -1,7 +1,10 @@
 #include "platform/web/script/ScriptEngine.h"
 
+#include "platform/web/canvas/HTMLCanvasElement.h"
+
 #include "platform/web/script/Binding.h"
 #include "platform/web/script/ExecutionGuard.h"
+#include "platform/web/script/JSCPrivate.h"
 #include "platform/web/script/Bindings.h"
 #include "platform/web/script/JSHelpers.h"
 #include "platform/web/script/Realm.h"
@@ -85,6 +88,16 @@ ScriptEngine::ScriptEngine()
     ::setenv("JSC_usePollingTraps", "true", 0);
     group_ = JSContextGroupCreate();
     guard_ = std::make_unique<ExecutionGuard>(group_);
+    HTMLCanvasElement::setBitmapObserver(&ScriptEngine::noteBitmapMade);
+}
+
+void ScriptEngine::noteBitmapMade(std::size_t bytes)
+{
+    // Bitmaps are made while a script draws, inside the engine's lock; the collector then
+    // counts them towards its next collection, so that canvases left behind go in time.
+    ScriptEngine& engine = shared();
+    if (engine.locked_ && engine.realm_)
+        JSReportExtraMemoryCost(engine.realm_->context(), bytes);
 }
 
 ScriptEngine::~ScriptEngine()

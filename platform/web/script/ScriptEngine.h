@@ -61,6 +61,7 @@ private:
     void recoverFromStop(bool memory);
     void absorbTermination();
     void placeSentinel();
+    static void noteBitmapMade(std::size_t bytes);
     void endWatch();
     bool timersSettled() const;
     void waitForTimersToSettle() const;
