@@ -7,6 +7,21 @@ namespace script {
 
 namespace {
 
+// An IDL enum member of a dictionary: unchanged when absent, a TypeError when not one of the
+// enum's values.
+template <typename Enum, typename Parse>
+void readEnumMember(Call& call, JSObjectRef dictionary, const char* member, Parse parse, const char* enumName, Enum& out)
+{
+    JSValueRef value = getProperty(call.ctx(), dictionary, member);
+    if (JSValueIsUndefined(call.ctx(), value))
+        return;
+    std::string text = call.toString(value);
+    auto parsed = parse(text);
+    if (!parsed)
+        call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type " + enumName + ".");
+    out = *parsed;
+}
+
 CanvasRenderingContext2DSettings contextSettings(Call& call, JSValueRef options)
 {
     CanvasRenderingContext2DSettings settings;
@@ -19,22 +34,8 @@ CanvasRenderingContext2DSettings contextSettings(Call& call, JSValueRef options)
     JSValueRef alpha = getProperty(ctx, dictionary, "alpha");
     if (!JSValueIsUndefined(ctx, alpha))
         settings.alpha = call.toBoolean(alpha);
-    JSValueRef colorSpace = getProperty(ctx, dictionary, "colorSpace");
-    if (!JSValueIsUndefined(ctx, colorSpace)) {
-        std::string text = call.toString(colorSpace);
-        auto space = parsePredefinedColorSpace(text);
-        if (!space)
-            call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type PredefinedColorSpace.");
-        settings.colorSpace = *space;
-    }
-    JSValueRef colorType = getProperty(ctx, dictionary, "colorType");
-    if (!JSValueIsUndefined(ctx, colorType)) {
-        std::string text = call.toString(colorType);
-        auto type = parseCanvasColorType(text);
-        if (!type)
-            call.throwTypeError("The provided value '" + text + "' is not a valid enum value of type CanvasColorType.");
-        settings.colorType = *type;
-    }
+    readEnumMember(call, dictionary, "colorSpace", parsePredefinedColorSpace, "PredefinedColorSpace", settings.colorSpace);
+    readEnumMember(call, dictionary, "colorType", parseCanvasColorType, "CanvasColorType", settings.colorType);
     JSValueRef desynchronized = getProperty(ctx, dictionary, "desynchronized");
     if (!JSValueIsUndefined(ctx, desynchronized))
         settings.desynchronized = call.toBoolean(desynchronized);
