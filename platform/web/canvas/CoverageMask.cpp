@@ -111,7 +111,7 @@ bool paintCoverage(cairo_t* cr, const DeviceContours& contours, cairo_fill_rule_
         if (contour.empty())
             continue;
         for (const DevicePoint& p : contour)
-            points.push_back({FT_Pos(std::lround(p.x * 64)), FT_Pos(std::lround(p.y * 64))});
+            points.push_back({FT_Pos(std::floor(p.x * 64 + 0.5)), FT_Pos(std::floor(p.y * 64 + 0.5))});
         ends.push_back(short(points.size() - 1));
     }
     FT_Outline outline{};

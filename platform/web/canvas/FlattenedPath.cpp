@@ -13,7 +13,7 @@ int cubicSegments(DevicePoint p0, DevicePoint p1, DevicePoint p2, DevicePoint p3
 {
     double ax = p0.x - 2 * p1.x + p2.x, ay = p0.y - 2 * p1.y + p2.y;
     double bx = p1.x - 2 * p2.x + p3.x, by = p1.y - 2 * p2.y + p3.y;
-    double bend = std::max(std::hypot(ax, ay), std::hypot(bx, by));
+    double bend = std::sqrt(std::max(ax * ax + ay * ay, bx * bx + by * by));
     double n = std::ceil(std::sqrt(0.75 * bend / tolerance));
     return int(std::clamp(n, 1.0, 1000.0));
 }
@@ -33,7 +33,8 @@ void appendCubic(std::vector<DevicePoint>& points, DevicePoint p1, DevicePoint p
 DevicePoint direction(std::initializer_list<std::pair<DevicePoint, DevicePoint>> candidates)
 {
     for (auto [from, to] : candidates) {
-        if (std::hypot(to.x - from.x, to.y - from.y) > 1e-9)
+        double dx = to.x - from.x, dy = to.y - from.y;
+        if (dx * dx + dy * dy > 1e-18)
             return {to.x - from.x, to.y - from.y};
     }
     return {};
@@ -63,7 +64,7 @@ double FlattenedSubpath::totalTurning(bool asClosed) const
         const DevicePoint& from = points[(i - 1) % points.size()];
         const DevicePoint& to = points[i % points.size()];
         double dx = to.x - from.x, dy = to.y - from.y;
-        if (std::hypot(dx, dy) <= 1e-9)
+        if (dx * dx + dy * dy <= 1e-18)
             continue;
         if (havePrevious)
             total += std::fabs(std::atan2(previousX * dy - previousY * dx, previousX * dx + previousY * dy));

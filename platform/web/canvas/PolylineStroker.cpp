@@ -14,6 +14,8 @@ Vec operator-(Vec a, Vec b) { return {a.x - b.x, a.y - b.y}; }
 Vec operator*(double s, Vec a) { return {s * a.x, s * a.y}; }
 double dot(Vec a, Vec b) { return a.x * b.x + a.y * b.y; }
 double cross(Vec a, Vec b) { return a.x * b.y - a.y * b.x; }
+// Device coordinates stay far from where squaring overflows, so std::hypot's care is not needed.
+double norm(Vec a) { return std::sqrt(dot(a, a)); }
 Vec toVec(DevicePoint p) { return {p.x, p.y}; }
 DevicePoint toPoint(Vec v) { return {v.x, v.y}; }
 
@@ -115,10 +117,10 @@ std::vector<Vec> distinctPoints(const FlattenedSubpath& subpath)
     std::vector<Vec> points;
     for (const DevicePoint& p : subpath.points) {
         Vec v = toVec(p);
-        if (points.empty() || std::hypot(v.x - points.back().x, v.y - points.back().y) > 1e-9)
+        if (points.empty() || norm(v - points.back()) > 1e-9)
             points.push_back(v);
     }
-    if (subpath.closed && points.size() > 1 && std::hypot(points.back().x - points[0].x, points.back().y - points[0].y) <= 1e-9)
+    if (subpath.closed && points.size() > 1 && norm(points.back() - points[0]) <= 1e-9)
         points.pop_back();
     return points;
 }
@@ -170,7 +172,7 @@ bool strokeSubpath(const FlattenedSubpath& subpath, const StrokeGeometry& g, Dev
     std::vector<double> length(segmentCount);
     for (std::size_t i = 0; i < segmentCount; ++i) {
         Vec d = p[(i + 1) % p.size()] - p[i];
-        length[i] = std::hypot(d.x, d.y);
+        length[i] = norm(d);
         normal[i] = {-d.y / length[i], d.x / length[i]};
     }
     for (std::size_t i = 1; i < segmentCount + (subpath.closed ? 1 : 0); ++i) {
@@ -208,7 +210,7 @@ bool strokeSubpath(const FlattenedSubpath& subpath, const StrokeGeometry& g, Dev
     // chords of a flattened curve (the two ends of a full circle must meet without a notch).
     // Their corners lie on the chords' offset lines.
     auto endNormal = [&](DevicePoint tangent, std::size_t segment) {
-        double size = std::hypot(tangent.x, tangent.y);
+        double size = norm(toVec(tangent));
         if (size == 0)
             return std::pair{normal[segment], w};
         Vec n{-tangent.y / size, tangent.x / size};
