@@ -8,6 +8,7 @@
 #include "platform/web/canvas/CoverageMask.h"
 #include "platform/web/canvas/FilterEffects.h"
 #include "platform/web/canvas/GaussianBlur.h"
+#include "platform/web/canvas/PiecewiseStroke.h"
 #include "platform/web/canvas/PolylineStroker.h"
 
 #include <algorithm>
@@ -362,7 +363,10 @@ void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, const Fl
     }
     if (shape.stroke) {
         setStrokeStyle(cr);
-        cairo_stroke(cr);
+        if (needsPiecewiseStroke(path))
+            strokeInPieces(cr, path);
+        else
+            cairo_stroke(cr);
     } else {
         cairo_set_fill_rule(cr, shape.fillRule);
         cairo_fill(cr);

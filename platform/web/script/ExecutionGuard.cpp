@@ -67,6 +67,7 @@ void ExecutionGuard::begin(std::chrono::milliseconds limit)
 {
     stop_ = Stop::None;
     stopping_ = false;
+    active_ = true;
     cpuLimit_ = limit;
     cpuStart_ = threadCPUTime();
     auto now = wallClock();
@@ -81,6 +82,7 @@ void ExecutionGuard::begin(std::chrono::milliseconds limit)
 void ExecutionGuard::end()
 {
     stopping_ = false;
+    active_ = false;
     JSContextGroupClearExecutionTimeLimit(group_);
 }
 

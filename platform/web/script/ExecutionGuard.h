@@ -47,6 +47,11 @@ public:
 
     Stop stop() const { return stop_; }
 
+    // For native work inside an evaluation that takes long (drawing a path of many thousand
+    // segments): whether the budget has run out, in which case the script stops at its next
+    // check. False outside an evaluation.
+    bool overBudget() { return active_ && check(); }
+
     // Resident size of the process, 0 when it cannot be read.
     static std::size_t residentBytes();
     // CPU time the calling thread has used.
@@ -66,6 +71,7 @@ private:
     JSContextGroupRef group_;
     Stop stop_ = Stop::None;
     bool stopping_ = false;
+    bool active_ = false;
     std::chrono::nanoseconds cpuLimit_{0};
     std::chrono::nanoseconds cpuStart_{0};
     std::chrono::steady_clock::time_point wallDeadline_;

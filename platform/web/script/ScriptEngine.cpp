@@ -1,5 +1,6 @@
 #include "platform/web/script/ScriptEngine.h"
 
+#include "platform/web/canvas/DrawingInterruption.h"
 #include "platform/web/canvas/HTMLCanvasElement.h"
 
 #include "platform/web/script/Binding.h"
@@ -89,6 +90,13 @@ ScriptEngine::ScriptEngine()
     group_ = JSContextGroupCreate();
     guard_ = std::make_unique<ExecutionGuard>(group_);
     HTMLCanvasElement::setBitmapObserver(&ScriptEngine::noteBitmapMade);
+    setDrawingInterruption(&ScriptEngine::drawingOverBudget);
+}
+
+bool ScriptEngine::drawingOverBudget()
+{
+    ScriptEngine& engine = shared();
+    return engine.guard_ && engine.guard_->overBudget();
 }
 
 void ScriptEngine::noteBitmapMade(std::size_t bytes)

@@ -62,6 +62,7 @@ private:
     void absorbTermination();
     void placeSentinel();
     static void noteBitmapMade(std::size_t bytes);
+    static bool drawingOverBudget();
     void endWatch();
     bool timersSettled() const;
     void waitForTimersToSettle() const;
