@@ -183,7 +183,8 @@ void CanvasPainter::clear(const CanvasShape& shape)
 {
     if (!state_.transform.isInvertible())
         return;
-    setPath(cr_, shape);
+    std::vector<cairo_path_data_t> storage;
+    setPath(cr_, shape, storage);
     cairo_set_operator(cr_, CAIRO_OPERATOR_CLEAR);
     cairo_set_fill_rule(cr_, shape.fillRule);
     cairo_fill(cr_);
@@ -271,8 +272,10 @@ void CanvasPainter::drawShape(cairo_t* cr, const CanvasShape& shape, const Canva
         cairo_save(cr);
         clipToPatternBand(cr, *(*style)->pattern, state_.transform, bounds);
     }
-    if (setSource(cr, source, group ? 1 : alpha, bounds))
-        fillOrStroke(cr, shape, setPath(cr, shape));
+    if (setSource(cr, source, group ? 1 : alpha, bounds)) {
+        std::vector<cairo_path_data_t> storage;
+        fillOrStroke(cr, shape, setPath(cr, shape, storage));
+    }
     if (bandClip)
         cairo_restore(cr);
     if (group) {

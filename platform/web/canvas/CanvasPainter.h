@@ -69,11 +69,11 @@ private:
     void drawShape(cairo_t* cr, const CanvasShape& shape, const CanvasPaintSource& source, double alpha,
                    const CanvasDeviceRect& bounds) const;
     // Sets the shape as the context's path, in device space, and returns it flattened.
-    FlattenedPath setPath(cairo_t* cr, const CanvasShape& shape) const;
+    std::span<const cairo_path_data_t> setPath(cairo_t* cr, const CanvasShape& shape, std::vector<cairo_path_data_t>& storage) const;
     void setStrokeStyle(cairo_t* cr) const;
     // Sets the source; false when it paints nothing at all.
     bool setSource(cairo_t* cr, const CanvasPaintSource& source, double alpha, const CanvasDeviceRect& bounds) const;
-    void fillOrStroke(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const;
+    void fillOrStroke(cairo_t* cr, const CanvasShape& shape, std::span<const cairo_path_data_t> data) const;
     bool paintByCoverage(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const;
     bool hasDashes() const;
 

@@ -22,9 +22,9 @@ DeviceContours outlineOf(const FlattenedPath& path)
 
 } // namespace
 
-FlattenedPath CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape) const
+std::span<const cairo_path_data_t> CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape,
+                                                          std::vector<cairo_path_data_t>& storage) const
 {
-    std::vector<cairo_path_data_t> storage;
     auto data = prepareForCairo(shape.path, shape.inUserSpace ? &state_.transform : nullptr, shape.stroke, storage);
     cairo_new_path(cr);
     cairo_identity_matrix(cr);
@@ -33,7 +33,7 @@ FlattenedPath CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape) cons
     // Line widths and dashes are in user space.
     cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
     cairo_set_matrix(cr, &ctm);
-    return flattenPath(data, cairo_get_tolerance(cr));
+    return data;
 }
 
 void CanvasPainter::setStrokeStyle(cairo_t* cr) const
@@ -51,16 +51,15 @@ void CanvasPainter::setStrokeStyle(cairo_t* cr) const
 
 bool CanvasPainter::paintByCoverage(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const
 {
-    // Cairo stays in charge of what this does not cover: straight-edged fills (which it draws
-    // faster still), dashes, strokes whose pen a transform stretches, and operators that
-    // reach beyond the shape.
+    // Cairo stays in charge of what this does not cover: dashes, strokes whose pen a transform
+    // stretches, and operators that reach beyond the shape.
     if (cairo_get_operator(cr) != CAIRO_OPERATOR_OVER)
         return false;
     if (!shape.stroke) {
-        // One convex outline, or a font's glyphs, which are drawn to be filled so: elsewhere,
+        // A font's glyphs, which are drawn to be filled so, or one convex outline: elsewhere,
         // where the rasterizer sums windings a crossing would show.
-        bool simple = path.subpaths.size() == 1 && path.subpaths[0].totalTurning(true) <= 2 * M_PI + 1e-6;
-        return (shape.glyphs || (path.hasCurves && simple)) && paintCoverage(cr, outlineOf(path), shape.fillRule);
+        bool simple = shape.glyphs || (path.subpaths.size() == 1 && path.subpaths[0].totalTurning(true) <= 2 * M_PI + 1e-6);
+        return simple && paintCoverage(cr, outlineOf(path), shape.fillRule);
     }
     const AffineTransform& m = state_.transform;
     double scaleX = std::hypot(m.a, m.b), scaleY = std::hypot(m.c, m.d);
@@ -82,9 +81,13 @@ bool CanvasPainter::hasDashes() const
     return !state_.lineDash.empty() && total > 0 && std::isfinite(total);
 }
 
-void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const
+void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, std::span<const cairo_path_data_t> data) const
 {
-    if (paintByCoverage(cr, shape, path)) {
+    // Straight-edged fills stay with Cairo, which draws them faster still; everything else is
+    // flattened once, for a coverage mask or for a long stroke's pieces.
+    bool flatten = shape.stroke || shape.glyphs || containsCurves(data);
+    FlattenedPath path = flatten ? flattenPath(data, cairo_get_tolerance(cr)) : FlattenedPath{};
+    if (flatten && paintByCoverage(cr, shape, path)) {
         cairo_new_path(cr);
         return;
     }

@@ -73,6 +73,15 @@ double FlattenedSubpath::totalTurning(bool asClosed) const
     return total;
 }
 
+bool containsCurves(std::span<const cairo_path_data_t> path)
+{
+    for (std::size_t i = 0; i < path.size(); i += std::size_t(std::max(1, path[i].header.length))) {
+        if (path[i].header.type == CAIRO_PATH_CURVE_TO)
+            return true;
+    }
+    return false;
+}
+
 FlattenedPath flattenPath(std::span<const cairo_path_data_t> path, double tolerance)
 {
     FlattenedPath flat;
@@ -104,7 +113,6 @@ FlattenedPath flattenPath(std::span<const cairo_path_data_t> path, double tolera
             appendCubic(subpath.points, point(1), point(2), point(3), tolerance);
             noteDirections(subpath, direction({{from, point(1)}, {from, point(2)}, {from, point(3)}}),
                            direction({{point(2), point(3)}, {point(1), point(3)}, {from, point(3)}}));
-            flat.hasCurves = true;
             break;
         }
         case CAIRO_PATH_CLOSE_PATH:

@@ -24,7 +24,8 @@ struct FlattenedSubpath {
 
 struct FlattenedPath {
     std::vector<FlattenedSubpath> subpaths;
-    bool hasCurves = false;
 };
+
+bool containsCurves(std::span<const cairo_path_data_t> path);
 
 FlattenedPath flattenPath(std::span<const cairo_path_data_t> path, double tolerance);
