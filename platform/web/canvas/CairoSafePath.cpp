@@ -238,6 +238,16 @@ std::vector<cairo_path_data_t> clampToCairoRange(std::span<const cairo_path_data
 
 namespace {
 
+// Whether the line or curve `e` leaves `current` at all: all its points there is no length.
+bool staysAt(const cairo_path_data_t* e, Point current)
+{
+    for (int j = 1; j < e->header.length; ++j) {
+        if (e[j].point.x != current.x || e[j].point.y != current.y)
+            return false;
+    }
+    return true;
+}
+
 // Zero-length segments go, and subpaths left without a segment: the stroke of a lone point
 // is nothing, whatever the caps.
 bool hasDegenerateParts(std::span<const cairo_path_data_t> path)
@@ -256,10 +266,7 @@ bool hasDegenerateParts(std::span<const cairo_path_data_t> path)
         case CAIRO_PATH_LINE_TO:
         case CAIRO_PATH_CURVE_TO: {
             int last = e->header.length - 1;
-            bool degenerate = true;
-            for (int j = 1; j <= last; ++j)
-                degenerate = degenerate && e[j].point.x == current.x && e[j].point.y == current.y;
-            if (degenerate)
+            if (staysAt(e, current))
                 return true;
             segment = true;
             current = {e[last].point.x, e[last].point.y};
@@ -302,10 +309,7 @@ std::vector<cairo_path_data_t> withoutDegenerateParts(std::span<const cairo_path
         case CAIRO_PATH_LINE_TO:
         case CAIRO_PATH_CURVE_TO: {
             int last = e->header.length - 1;
-            bool degenerate = true;
-            for (int j = 1; j <= last; ++j)
-                degenerate = degenerate && e[j].point.x == current.x && e[j].point.y == current.y;
-            if (degenerate)
+            if (staysAt(e, current))
                 break;
             if (!segment && !pendingMove) {
                 // After a close, a segment starts a new subpath at the closed one's start.

@@ -137,12 +137,8 @@ std::optional<std::vector<CSSFilterFunction>> parseCSSFilter(std::string_view te
     scanner.skipWhitespace();
     if (scanner.atEnd())
         return {};
-    std::size_t start = scanner.position();
-    if (auto keyword = scanner.identifier(); keyword && *keyword == "none") {
-        scanner.skipWhitespace();
-        return scanner.atEnd() ? std::optional(std::vector<CSSFilterFunction>()) : std::nullopt;
-    }
-    scanner.rewind(start);
+    if (scanner.consumeOnlyKeyword("none"))
+        return std::vector<CSSFilterFunction>();
     std::vector<CSSFilterFunction> functions;
     while (!scanner.atEnd()) {
         auto name = scanner.functionName();

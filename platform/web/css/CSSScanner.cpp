@@ -80,6 +80,19 @@ std::optional<CSSScanner::Numeric> CSSScanner::numeric()
     return result;
 }
 
+bool CSSScanner::consumeOnlyKeyword(std::string_view keyword)
+{
+    std::size_t start = pos_;
+    skipWhitespace();
+    if (auto name = identifier(); name && *name == keyword) {
+        skipWhitespace();
+        if (atEnd())
+            return true;
+    }
+    pos_ = start;
+    return false;
+}
+
 std::optional<std::string> CSSScanner::identifier()
 {
     if (!startsIdentifier(pos_))

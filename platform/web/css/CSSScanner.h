@@ -37,6 +37,9 @@ public:
     // The character at `at`, or '\0' past the end.
     char peekAt(std::size_t at) const { return at < text_.size() ? text_[at] : '\0'; }
     void rewind(std::size_t position) { pos_ = position; }
+    // Whether all that is left, white space aside, is the keyword `keyword`; consumes it if so,
+    // else leaves the scanner where it was.
+    bool consumeOnlyKeyword(std::string_view keyword);
 
 private:
     bool startsIdentifier(std::size_t at) const;

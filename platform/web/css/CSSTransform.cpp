@@ -221,12 +221,8 @@ std::optional<CSSTransformMatrix> parseCSSTransformList(std::string_view text)
     scanner.skipWhitespace();
     if (scanner.atEnd())
         return {};
-    std::size_t start = scanner.position();
-    if (auto keyword = scanner.identifier(); keyword && *keyword == "none") {
-        scanner.skipWhitespace();
-        return scanner.atEnd() ? std::optional(result) : std::nullopt;
-    }
-    scanner.rewind(start);
+    if (scanner.consumeOnlyKeyword("none"))
+        return result;
     while (!scanner.atEnd()) {
         auto name = scanner.functionName();
         if (!name)
