@@ -1,5 +1,7 @@
 #include "platform/web/canvas/RGBSpaceConversion.h"
 
+#include "platform/web/css/CSSColorSpace.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -15,24 +17,12 @@ constexpr Matrix kSRGBToP3 = {{{0.82246196871436206, 0.17753803128563761, 0},
                                {0.033194198850961636, 0.96680580114903825, 0},
                                {0.017082630721120033, 0.072397440663963392, 0.9105199286149166}}};
 
-double decode(double v)
-{
-    double a = std::fabs(v);
-    return a <= 0.04045 ? v / 12.92 : std::copysign(std::pow((a + 0.055) / 1.055, 2.4), v);
-}
-
-double encode(double v)
-{
-    double a = std::fabs(v);
-    return a > 0.0031308 ? std::copysign(1.055 * std::pow(a, 1 / 2.4) - 0.055, v) : 12.92 * v;
-}
-
 const std::array<double, 256>& decodedBytes()
 {
     static const std::array<double, 256> table = [] {
         std::array<double, 256> values{};
         for (int i = 0; i < 256; ++i)
-            values[i] = decode(i / 255.0);
+            values[i] = srgbToLinear(i / 255.0);
         return values;
     }();
     return table;
@@ -42,7 +32,7 @@ std::array<float, 3> transform(const Matrix& m, double r, double g, double b)
 {
     std::array<float, 3> out;
     for (int i = 0; i < 3; ++i)
-        out[i] = float(encode(m[i][0] * r + m[i][1] * g + m[i][2] * b));
+        out[i] = float(srgbFromLinear(m[i][0] * r + m[i][1] * g + m[i][2] * b));
     return out;
 }
 
@@ -57,7 +47,7 @@ std::array<float, 3> RGBSpaceConversion::convert(float r, float g, float b) cons
 {
     if (identity_)
         return {r, g, b};
-    return transform(*matrix_, decode(r), decode(g), decode(b));
+    return transform(*matrix_, srgbToLinear(r), srgbToLinear(g), srgbToLinear(b));
 }
 
 std::array<float, 3> RGBSpaceConversion::convertBytes(std::uint8_t r, std::uint8_t g, std::uint8_t b) const

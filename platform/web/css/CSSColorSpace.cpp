@@ -72,17 +72,6 @@ constexpr double kLabKappa = 24389.0 / 27;
 // Transfer functions, odd-extended so that out-of-gamut values survive a round trip.
 double signedPow(double v, double exponent) { return std::copysign(std::pow(std::fabs(v), exponent), v); }
 
-double srgbToLinear(double v)
-{
-    double a = std::fabs(v);
-    return a <= 0.04045 ? v / 12.92 : std::copysign(std::pow((a + 0.055) / 1.055, 2.4), v);
-}
-
-double srgbFromLinear(double v)
-{
-    double a = std::fabs(v);
-    return a > 0.0031308 ? std::copysign(1.055 * std::pow(a, 1 / 2.4) - 0.055, v) : 12.92 * v;
-}
 
 double proPhotoToLinear(double v) { return std::fabs(v) <= 16.0 / 512 ? v / 16 : signedPow(v, 1.8); }
 double proPhotoFromLinear(double v) { return std::fabs(v) >= 1.0 / 512 ? signedPow(v, 1 / 1.8) : 16 * v; }
@@ -255,6 +244,18 @@ constexpr SpaceName kColorFunctionSpaces[] = {
 };
 
 } // namespace
+
+double srgbToLinear(double v)
+{
+    double a = std::fabs(v);
+    return a <= 0.04045 ? v / 12.92 : std::copysign(std::pow((a + 0.055) / 1.055, 2.4), v);
+}
+
+double srgbFromLinear(double v)
+{
+    double a = std::fabs(v);
+    return a > 0.0031308 ? std::copysign(1.055 * std::pow(a, 1 / 2.4) - 0.055, v) : 12.92 * v;
+}
 
 std::optional<CSSColorSpace> colorFunctionSpace(std::string_view name)
 {

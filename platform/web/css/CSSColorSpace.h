@@ -39,3 +39,8 @@ int hueIndex(CSSColorSpace space);
 // Converts components from one space to another (through XYZ). Out-of-gamut values are kept:
 // RGB results may lie outside 0..1.
 ColorComponents convertColor(const ColorComponents& components, CSSColorSpace from, CSSColorSpace to);
+
+// The sRGB transfer function and its inverse, odd-extended so that values beyond the gamut
+// survive a round trip.
+double srgbToLinear(double v);
+double srgbFromLinear(double v);

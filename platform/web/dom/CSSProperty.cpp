@@ -24,15 +24,6 @@ std::string lower(std::string_view text)
     return out;
 }
 
-std::string_view trim(std::string_view text)
-{
-    constexpr std::string_view kSpace = " \t\n\r\f";
-    std::size_t start = text.find_first_not_of(kSpace);
-    if (start == std::string_view::npos)
-        return {};
-    return text.substr(start, text.find_last_not_of(kSpace) - start + 1);
-}
-
 bool isLengthUnit(std::string_view unit)
 {
     static constexpr std::string_view kUnits[] = {"px", "em", "rem", "ex", "rex", "ch", "rch", "ic", "ric", "cap",
@@ -126,7 +117,7 @@ std::optional<std::string> fontFamily(std::string_view text)
             while (i < text.size() && text[i] != ',')
                 ++i;
         }
-        std::string_view family = trim(text.substr(start, i - start));
+        std::string_view family = trimCSSWhitespace(text.substr(start, i - start));
         bool quoted = !family.empty() && (family[0] == '"' || family[0] == '\'');
         if (family.empty() || (!quoted && family.find_first_of("\"'!;{}()/") != std::string_view::npos))
             return {};
@@ -192,7 +183,7 @@ std::string_view cssPropertyName(CSSPropertyID id) { return kNames[std::size_t(i
 
 std::optional<CSSPropertyID> cssPropertyID(std::string_view name)
 {
-    std::string key = lower(trim(name));
+    std::string key = lower(trimCSSWhitespace(name));
     for (std::size_t i = 0; i < kNames.size(); ++i)
         if (kNames[i] == key)
             return CSSPropertyID(i);
@@ -220,7 +211,7 @@ std::optional<CSSLength> parseCSSLength(std::string_view text)
 
 std::optional<std::string> parseCSSPropertyValue(CSSPropertyID id, std::string_view text)
 {
-    std::string_view trimmed = trim(text);
+    std::string_view trimmed = trimCSSWhitespace(text);
     std::string value = lower(trimmed);
     if (value.empty())
         return {};
@@ -296,7 +287,7 @@ const std::vector<CSSPropertyID>& fontLonghands()
 // [style || variant || weight || stretch]? size [/ line-height]? family
 std::optional<CSSLonghands> parseFontShorthand(std::string_view text)
 {
-    std::string_view trimmed = trim(text);
+    std::string_view trimmed = trimCSSWhitespace(text);
     std::string keyword = lower(trimmed);
     if (isCSSWideKeyword(keyword)) {
         CSSLonghands all;
@@ -370,4 +361,13 @@ std::string serializeFontShorthand(const std::vector<std::string>& longhands)
     if (longhands[5] != "normal")
         out += " / " + longhands[5];
     return out + " " + longhands[6];
+}
+
+std::string_view trimCSSWhitespace(std::string_view text)
+{
+    constexpr std::string_view kSpace = " \t\n\r\f";
+    std::size_t start = text.find_first_not_of(kSpace);
+    if (start == std::string_view::npos)
+        return {};
+    return text.substr(start, text.find_last_not_of(kSpace) - start + 1);
 }

@@ -63,3 +63,6 @@ struct CSSLength {
     std::string unit; // lower case; "%" for percentages, "" for a plain number
 };
 std::optional<CSSLength> parseCSSLength(std::string_view text);
+
+// `text` without the white space CSS allows around it (space, tab, newline, return, form feed).
+std::string_view trimCSSWhitespace(std::string_view text);

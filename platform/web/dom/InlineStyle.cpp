@@ -4,15 +4,6 @@
 
 namespace {
 
-std::string_view trim(std::string_view text)
-{
-    constexpr std::string_view kSpace = " \t\n\r\f";
-    std::size_t start = text.find_first_not_of(kSpace);
-    if (start == std::string_view::npos)
-        return {};
-    return text.substr(start, text.find_last_not_of(kSpace) - start + 1);
-}
-
 // The declarations of a block, split at semicolons outside strings and brackets.
 std::vector<std::string_view> splitDeclarations(std::string_view text)
 {
@@ -49,14 +40,14 @@ std::string_view withoutPriority(std::string_view value)
     std::size_t bang = value.rfind('!');
     if (bang == std::string_view::npos)
         return value;
-    std::string priority(trim(value.substr(bang + 1)));
+    std::string priority(trimCSSWhitespace(value.substr(bang + 1)));
     std::transform(priority.begin(), priority.end(), priority.begin(), [](unsigned char c) { return std::tolower(c); });
     return priority == "important" ? value.substr(0, bang) : value;
 }
 
 bool isFont(std::string_view name)
 {
-    std::string key(trim(name));
+    std::string key(trimCSSWhitespace(name));
     std::transform(key.begin(), key.end(), key.begin(), [](unsigned char c) { return std::tolower(c); });
     return key == "font";
 }
@@ -123,7 +114,7 @@ std::string InlineStyle::propertyValue(std::string_view name) const
 
 bool InlineStyle::setProperty(std::string_view name, std::string_view text)
 {
-    if (trim(text).empty())
+    if (trimCSSWhitespace(text).empty())
         return !removeProperty(name).empty();
     if (isFont(name)) {
         auto longhands = parseFontShorthand(text);
