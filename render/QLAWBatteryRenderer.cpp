@@ -8,6 +8,7 @@
 #include "platform/web/UIWebView.h"
 
 #include <memory>
+#include <unordered_set>
 
 namespace {
 
@@ -18,6 +19,15 @@ UIWebView& sharedWebView()
     static std::unique_ptr<UIWebView> webView = std::make_unique<UIWebView>(CGRect{});
     return *webView;
 }
+
+// The texts of scripts that were stopped for running too long or using too much memory.
+std::unordered_set<std::string>& scriptsThatHitALimit()
+{
+    static std::unordered_set<std::string> scripts;
+    return scripts;
+}
+
+std::uint64_t evaluations = 0;
 
 // A channel of 0.0 to 1.0 times 255, truncated toward zero (0.999 gives 254).
 int channel(double component)
@@ -53,6 +63,8 @@ UIImage QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(const PlistD
     const std::string* script = scriptValue ? scriptValue->asString() : nullptr;
     if (!script)
         return fail(failure, "no theme script");
+    if (scriptsThatHitALimit().contains(*script))
+        return fail(failure, "the script ran past its limit before and is not run again");
 
     float scale = static_cast<float>(UIScreen::mainScreen().scale());
     ThemeCallArguments arguments;
@@ -72,7 +84,10 @@ UIImage QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(const PlistD
         return fail(failure, "the script has no parameter list");
     std::string call = themeScriptCallText(*script, usesLongCallForm(*parameters), arguments);
 
+    ++evaluations;
     std::string result = webView.stringByEvaluatingJavaScriptFromString(call);
+    if (webView.lastStopWasLimit())
+        scriptsThatHitALimit().insert(*script);
     if (result.empty())
         return fail(failure, webView.lastError().empty() ? "the script returned nothing" : webView.lastError());
     std::size_t marker = result.find("base64,");
@@ -94,6 +109,11 @@ UIImage QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(const PlistD
     if (flipY)
         return flippedImageByAxis(image, 1);
     return image;
+}
+
+std::uint64_t QLAWBatteryRenderer::evaluationCount()
+{
+    return evaluations;
 }
 
 bool QLAWBatteryRenderer::isValidScript(std::string_view)

@@ -28,6 +28,7 @@ std::string UIWebView::stringByEvaluatingJavaScriptFromString(std::string_view s
     }
     ScriptEngine::Result result = engine.evaluate(script);
     lastError_ = std::move(result.error);
+    lastStopWasLimit_ = result.stoppedByLimit;
     return result.value ? std::move(*result.value) : std::string();
 }
 

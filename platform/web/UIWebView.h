@@ -32,6 +32,8 @@ public:
     // 500 ms", "stopped: used too much memory", "the result is not a string"; empty after
     // success.
     const std::string& lastError() const { return lastError_; }
+    // Whether the last evaluation was stopped for using too much time or memory.
+    bool lastStopWasLimit() const { return lastStopWasLimit_; }
 
     // How much of the evaluating thread's CPU time one evaluation may use; 500 ms by default.
     // Wall time is not counted (a busy machine must not stop a short script), up to ten times
@@ -41,6 +43,7 @@ public:
 private:
     CGRect frame_;
     std::string lastError_;
+    bool lastStopWasLimit_ = false;
     // The engine's document this view last started; another view's load replaces it.
     std::uint64_t document_ = 0;
 };

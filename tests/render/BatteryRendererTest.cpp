@@ -111,6 +111,29 @@ TEST_F(BatteryRenderer, ScriptsThatGiveNoImageAreNil)
                      .isNil());
 }
 
+TEST_F(BatteryRenderer, AScriptThatRanPastALimitIsNotRunAgainButOthersAre)
+{
+    UIWebView::setExecutionTimeLimit(std::chrono::milliseconds(50));
+    PlistDict looping = settingsFor("(c,g,l,m,e){for (;;) {}}");
+    PlistDict throwing = settingsFor("(c,g,l,m,e){throw new Error('again')}");
+    std::uint64_t before = QLAWBatteryRenderer::evaluationCount();
+    EXPECT_NE(failureOf(looping).find("stopped"), std::string::npos);
+    EXPECT_NE(failureOf(throwing).find("again"), std::string::npos);
+    EXPECT_EQ(QLAWBatteryRenderer::evaluationCount(), before + 2);
+
+    // Another height or colour is the same script: skipped at once.
+    looping.set("height", 20);
+    looping.set("color", UIColor::blackColor());
+    EXPECT_NE(failureOf(looping).find("not run again"), std::string::npos);
+    EXPECT_NE(failureOf(looping).find("not run again"), std::string::npos);
+    // A script that merely failed is tried afresh every time.
+    EXPECT_NE(failureOf(throwing).find("again"), std::string::npos);
+    EXPECT_EQ(QLAWBatteryRenderer::evaluationCount(), before + 3);
+    EXPECT_FALSE(QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(
+                     settingsFor(std::string(kBuiltInPreviewScript)), 0)
+                     .isNil());
+}
+
 TEST_F(BatteryRenderer, BothFlipsAreOneHalfTurnAndTheStyleChangesNothing)
 {
     PlistDict settings = settingsFor(std::string(kBuiltInPreviewScript));

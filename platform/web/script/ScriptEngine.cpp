@@ -178,6 +178,7 @@ ScriptEngine::Result ScriptEngine::run(std::string_view source)
     endWatch();
     if (stop != ExecutionGuard::Stop::None) {
         result.value.reset();
+        result.stoppedByLimit = true;
         result.error = stop == ExecutionGuard::Stop::Time
             ? "stopped after " + std::to_string(timeLimitSetting.count()) + " ms"
             : "stopped: used too much memory";

@@ -33,6 +33,8 @@ public:
         std::optional<std::string> value;
         // Why there is no value: the exception's text, a limit, or that the value is not a string.
         std::string error;
+        // The script was stopped for using too much time or memory.
+        bool stoppedByLimit = false;
     };
     // Runs a script in the current document.
     Result evaluate(std::string_view source);
