@@ -185,6 +185,8 @@ int main(int argc, char** argv)
 
     SettingsWindow window;
     window.show();
+    // Window managers give a new window the keyboard; a bare X server needs asking.
+    window.activateWindow();
     window.appear();
     return application.exec();
 }

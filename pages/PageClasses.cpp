@@ -3,10 +3,14 @@
 #include "QLAWCreditsController.h"
 #include "QLAWSettingsController.h"
 #include "QLAWSettingsMainController.h"
+#include "QLAWSettingsOptionsController.h"
+#include "QLAWSettingThemeListController.h"
+#include "QLAWSettingsThemeOptionsController.h"
 #include "QLDeveloperCell.h"
 #include "QLHeaderCell.h"
 
 #include "pagekit/PageKitClasses.h"
+#include "render/preview/QLAWThemeCell.h"
 
 void registerAmpwellPages()
 {
@@ -14,6 +18,11 @@ void registerAmpwellPages()
     QLAWSettingsController::staticClass();
     QLAWSettingsMainController::staticClass();
     QLAWCreditsController::staticClass();
+    QLAWSettingsThemeOptionsController::staticClass();
+    QLAWSettingsOptionsController::staticClass();
+    QLAWSettingThemeListController::staticClass();
+    QLAWSettingSecondaryThemeListController::staticClass();
+    QLAWThemeCell::staticClass();
     QLDeveloperCell::staticClass();
     QLHeaderCell::staticClass();
 }

@@ -56,7 +56,7 @@ void PSSwitchTableCell::setValue(const Id& value)
     value_ = Id(value.boolValue());
     switch_->setOn(value.boolValue());
     switch_->setAccessibleName(textLabel()->text());
-    setAccessibleDescription(accessibleValue());
+    updateAccessibility();
 }
 
 Id PSSwitchTableCell::controlValue() const
@@ -104,7 +104,7 @@ PSSliderTableCell::PSSliderTableCell(int style, const std::string& reuseIdentifi
     }
     connect(slider_, &UISlider::valueEdited, this, [this] {
         valueLabel_->setText(valueText());
-        setAccessibleDescription(accessibleValue());
+        updateAccessibility();
         if (!slider_->isSliderDown())
             controlChanged();
     });
@@ -116,7 +116,7 @@ void PSSliderTableCell::setValue(const Id& value)
     value_ = value;
     slider_->setValue(value.floatValue());
     valueLabel_->setText(valueText());
-    setAccessibleDescription(accessibleValue());
+    updateAccessibility();
 }
 
 Id PSSliderTableCell::controlValue() const
@@ -138,6 +138,13 @@ QString PSSliderTableCell::accessibleValue() const
     return valueText();
 }
 
+void PSSliderTableCell::setAccessibilityLabel(const QString& label)
+{
+    PSControlTableCell::setAccessibilityLabel(label);
+    if (textLabel()->text().isEmpty())
+        slider_->setAccessibleName(label);
+}
+
 void PSSliderTableCell::layoutSubviews()
 {
     PSTableCell::layoutSubviews();
@@ -145,7 +152,7 @@ void PSSliderTableCell::layoutSubviews()
     int right = width() - 16;
     if (!textLabel()->text().isEmpty())
         left = textLabel()->geometry().right() + 12;
-    if (valueLabel_->isVisible()) {
+    if (!valueLabel_->isHidden()) {
         int labelWidth = QFontMetrics(valueLabel_->font()).horizontalAdvance(QStringLiteral("0000")) + 4;
         valueLabel_->setGeometry(right - labelWidth, 0, labelWidth, height());
         right -= labelWidth + 10;
@@ -155,8 +162,8 @@ void PSSliderTableCell::layoutSubviews()
 
 void PSSliderTableCell::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right || event->key() == Qt::Key_PageUp
-        || event->key() == Qt::Key_PageDown || event->key() == Qt::Key_Home || event->key() == Qt::Key_End) {
+    // Left and Right move the slider; the other movement keys belong to the table.
+    if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
         QKeyEvent forwarded(event->type(), event->key(), event->modifiers(), event->text());
         QCoreApplication::sendEvent(slider_, &forwarded);
         return;

@@ -60,6 +60,7 @@ public:
     Id controlValue() const override;
     void layoutSubviews() override;
     QString accessibleValue() const override;
+    void setAccessibilityLabel(const QString& label) override;
     QString valueText() const;
 
 protected:

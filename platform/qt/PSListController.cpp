@@ -11,6 +11,9 @@
 #include "platform/core/SystemLog.h"
 
 #include <QFile>
+
+#include <algorithm>
+#include <cmath>
 #include <QVBoxLayout>
 
 namespace {
@@ -59,6 +62,7 @@ SpecifierList& PSListController::specifiers()
 void PSListController::setSpecifiers(SpecifierList specifiers)
 {
     _specifiers = std::move(specifiers);
+    cells_.clear();
     specifiersLoaded_ = true;
     if (table_)
         reload();
@@ -67,6 +71,7 @@ void PSListController::setSpecifiers(SpecifierList specifiers)
 void PSListController::reloadSpecifiers()
 {
     _specifiers.clear();
+    cells_.clear();
     specifiersLoaded_ = false;
     if (table_)
         reload();
@@ -263,10 +268,11 @@ void PSListController::viewWillAppear(bool)
 
 void PSListController::viewDidAppear(bool)
 {
-    if (!table_ || (focusWidget() && isAncestorOf(focusWidget()) && focusWidget()->hasFocus()))
+    QWidget* focused = window()->focusWidget();
+    if (!table_ || (focused && isAncestorOf(focused)))
         return;
     for (PSTableCell* cell : table_->visibleCells())
-        if (cell->focusPolicy() != Qt::NoFocus) {
+        if (cell->focusPolicy() != Qt::NoFocus && !cell->isHidden()) {
             cell->setFocus(Qt::OtherFocusReason);
             return;
         }
@@ -296,6 +302,11 @@ double PSListController::tableViewHeightForRowAtIndexPath(UITableView*, NSIndexP
     Id height = entry ? entry->propertyForKey("height") : Id();
     if (height.plist() && height.plist()->isNumber() && height.doubleValue() > 0)
         return height.doubleValue();
+    if (PSTableCell* cell = entry ? cachedCellForSpecifier(entry) : nullptr) {
+        double preferred = cell->preferredHeightForWidth(table_ ? table_->viewport()->width() : width());
+        if (preferred > 0 && std::isfinite(preferred))
+            return preferred;
+    }
     return 44;
 }
 
@@ -335,20 +346,32 @@ Id PSListController::valueForSpecifier(const std::shared_ptr<PSSpecifier>& speci
     return target->performSelector(specifier->getter(), {specifier});
 }
 
+PSTableCell* PSListController::cachedCellForSpecifier(const std::shared_ptr<PSSpecifier>& specifier) const
+{
+    auto found = cells_.find(specifier.get());
+    return found != cells_.end() ? found->second.data() : nullptr;
+}
+
 PSTableCell* PSListController::cellForSpecifier(const std::shared_ptr<PSSpecifier>& specifier)
 {
-    const ObjCClass* cls = specifier->propertyForKey("cellClass").cls();
-    bool valued = specifier->cellType() == PSLinkListCell || specifier->cellType() == PSTitleValueCell;
-    int style = valued ? UITableViewCellStyleValue1 : UITableViewCellStyleDefault;
-    if (specifier->cellType() == PSLinkListCell)
-        loadDataSourcesForSpecifier(specifier);
-    PSTableCell* cell = cls ? cls->createCell(style, cls->name(), specifier) : nullptr;
+    PSTableCell* cell = cachedCellForSpecifier(specifier);
     if (!cell) {
-        const ObjCClass& fallback = PSTableCell::cellClassForSpecifier(*specifier);
-        cell = fallback.createCell(style, fallback.name(), specifier);
+        const ObjCClass* cls = specifier->propertyForKey("cellClass").cls();
+        bool valued = specifier->cellType() == PSLinkListCell || specifier->cellType() == PSTitleValueCell;
+        int style = valued ? UITableViewCellStyleValue1 : UITableViewCellStyleDefault;
+        if (specifier->cellType() == PSLinkListCell)
+            loadDataSourcesForSpecifier(specifier);
+        cell = cls ? cls->createCell(style, cls->name(), specifier) : nullptr;
+        if (!cell) {
+            const ObjCClass& fallback = PSTableCell::cellClassForSpecifier(*specifier);
+            cell = fallback.createCell(style, fallback.name(), specifier);
+        }
+        if (!cell)
+            return nullptr;
+        if (QString caption = captionForSpecifier(specifier); !caption.isEmpty())
+            cell->setAccessibilityLabel(caption);
+        cells_[specifier.get()] = cell;
     }
-    if (!cell)
-        return nullptr;
     switch (specifier->cellType()) {
     case PSLinkListCell:
     case PSTitleValueCell:
@@ -362,6 +385,17 @@ PSTableCell* PSListController::cellForSpecifier(const std::shared_ptr<PSSpecifie
         break;
     }
     return cell;
+}
+
+QString PSListController::captionForSpecifier(const std::shared_ptr<PSSpecifier>& specifier)
+{
+    if (specifier->cellType() != PSSliderCell || !specifier->name().empty())
+        return {};
+    auto at = std::find(_specifiers.begin(), _specifiers.end(), specifier);
+    if (at == _specifiers.begin() || at == _specifiers.end())
+        return {};
+    const std::shared_ptr<PSSpecifier>& above = *(at - 1);
+    return above->cellType() == PSStaticTextCell ? QString::fromStdString(above->name()) : QString();
 }
 
 void PSListController::pushControllerForSpecifier(const std::shared_ptr<PSSpecifier>& specifier)

@@ -4,6 +4,9 @@
 #include "UITableView.h"
 #include "UIViewController.h"
 
+#include <QPointer>
+
+#include <map>
 #include <optional>
 
 class NSBundle;
@@ -65,8 +68,11 @@ public:
     std::string tableViewTitleForFooterInSection(UITableView* table, int section) override;
     void tableViewDidSelectRowAtIndexPath(UITableView* table, NSIndexPath indexPath) override;
 
-    // The cell for an entry, made from its "cellClass" and showing its current value.
+    // The cell for an entry, made from its "cellClass" and showing its current value. An entry
+    // keeps its cell for as long as the page shows it: a reload hands the same cell back.
     PSTableCell* cellForSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
+    // The cell made for the entry, if it still exists.
+    PSTableCell* cachedCellForSpecifier(const std::shared_ptr<PSSpecifier>& specifier) const;
     // The entry's value as its getter reads it.
     Id valueForSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
     // Opens the page a link row names; nothing when the class is unknown or no page.
@@ -82,7 +88,11 @@ private:
     };
     void rebuildGroups();
 
+    // A slider without a label of its own is named by the text row just above it.
+    QString captionForSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
+
     std::vector<Group> groups_;
+    std::map<const PSSpecifier*, QPointer<PSTableCell>> cells_;
     bool specifiersLoaded_ = false;
     std::shared_ptr<PSSpecifier> specifier_;
     UITableView* table_ = nullptr;

@@ -37,8 +37,10 @@ PSTableCell* PSListItemsController::tableViewCellForRowAtIndexPath(UITableView* 
 {
     PSTableCell* cell = PSListController::tableViewCellForRowAtIndexPath(table, indexPath);
     std::shared_ptr<PSSpecifier> item = specifierAtIndexPath(indexPath);
-    if (cell && item && item->propertyForKey("value").plistValue() == currentValue())
-        cell->setAccessoryType(UITableViewCellAccessoryCheckmark);
+    if (cell && item)
+        cell->setAccessoryType(item->propertyForKey("value").plistValue() == currentValue()
+                                   ? UITableViewCellAccessoryCheckmark
+                                   : UITableViewCellAccessoryNone);
     return cell;
 }
 

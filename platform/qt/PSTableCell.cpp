@@ -13,6 +13,8 @@
 namespace {
 
 constexpr double kMargin = 16;
+// Room for an icon, or for a picture a page reserves beside the label (a preview).
+constexpr int kMaxImageWidth = 120;
 const QColor kLabelColor(0, 0, 0);
 const QColor kDetailColor(138, 138, 142);
 
@@ -151,6 +153,23 @@ bool PSTableCell::isSelectable() const
     }
 }
 
+bool PSTableCell::acceptsKeyboardFocus() const
+{
+    if (isSelectable())
+        return true;
+    switch (type()) {
+    case PSSwitchCell:
+    case PSSliderCell:
+    case PSEditTextCell:
+    case PSSecureEditTextCell:
+    case PSEditTextViewCell:
+    case PSSegmentCell:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void PSTableCell::activate()
 {
     if (isSelectable())
@@ -161,8 +180,8 @@ void PSTableCell::layoutSubviews()
 {
     content_->setGeometry(rect());
     double left = kMargin;
-    if (imageView_->isVisible() && imageView_->image()) {
-        QSize size = imageView_->sizeHint().boundedTo(QSize(40, std::max(1, height() - 8)));
+    if (!imageView_->isHidden() && imageView_->image()) {
+        QSize size = imageView_->sizeHint().boundedTo(QSize(kMaxImageWidth, std::max(1, height() - 8)));
         imageView_->setGeometry(static_cast<int>(left), (height() - size.height()) / 2, size.width(), size.height());
         left += size.width() + 15;
     }
@@ -316,9 +335,15 @@ QString PSTableCell::accessibleValue() const
     return detailLabel_->text();
 }
 
+void PSTableCell::setAccessibilityLabel(const QString& label)
+{
+    accessibilityLabel_ = label;
+    updateAccessibility();
+}
+
 void PSTableCell::updateAccessibility()
 {
-    setAccessibleName(textLabel_->text());
+    setAccessibleName(textLabel_->text().isEmpty() ? accessibilityLabel_ : textLabel_->text());
     setAccessibleDescription(accessibleValue());
     if (QAccessible::isActive()) {
         QAccessibleValueChangeEvent change(this, accessibleValue());

@@ -67,6 +67,11 @@ public:
 
     // Whether tapping the row does something (links, buttons, list items).
     virtual bool isSelectable() const;
+    // Whether the keyboard stops on the row: rows that can be tapped or hold a control; text
+    // and pictures are passed over.
+    virtual bool acceptsKeyboardFocus() const;
+    // The row's height for a table of this width; 0 leaves it to the table.
+    virtual double preferredHeightForWidth(double) const { return 0; }
     // A tap, Enter or Space on the row.
     virtual void activate();
 
@@ -77,6 +82,9 @@ public:
 
     // What assistive technology reads as the row's value.
     virtual QString accessibleValue() const;
+    // What assistive technology reads as the row's name when the row shows no label of its
+    // own (a slider captioned by the row above it).
+    virtual void setAccessibilityLabel(const QString& label);
 
 signals:
     void tapped(PSTableCell* cell);
@@ -92,8 +100,9 @@ protected:
 
     Id value_;
 
-private:
     void updateAccessibility();
+
+private:
 
     std::shared_ptr<PSSpecifier> specifier_;
     std::string reuseIdentifier_;
@@ -109,4 +118,5 @@ private:
     double groupRadius_ = 10;
     double separatorInset_ = 16;
     bool pressed_ = false;
+    QString accessibilityLabel_;
 };

@@ -197,6 +197,8 @@ void UIAlertView::show()
         setWindowTitle(QString::fromStdString(title_));
     }
     shown_ = true;
+    // The window's focus child, which is kept even while the window is not the active one.
+    previousFocus_ = window ? window->focusWidget() : QApplication::focusWidget();
     // One alert at a time: the newest stands, the ones below wait for it to go.
     for (UIAlertView* below : shownAlerts())
         below->QWidget::hide();
@@ -257,6 +259,8 @@ void UIAlertView::dismissWithClickedButtonIndex(int index, bool)
             next->field_->setFocus();
         else
             next->setFocus();
+    } else if (previousFocus_ && previousFocus_->isVisible() && !isAncestorOf(previousFocus_)) {
+        previousFocus_->setFocus(Qt::OtherFocusReason);
     }
     if (UIAlertViewDelegate* listener = delegate())
         listener->alertViewDidDismissWithButtonIndex(this, index);

@@ -84,4 +84,6 @@ private:
     QVBoxLayout* accessoryHolder_ = nullptr;
     UITextField* field_ = nullptr;
     std::vector<UIButton*> buttons_;
+    // Where the keyboard was before the alert took it; it goes back there when the last alert goes.
+    QPointer<QWidget> previousFocus_;
 };

@@ -73,8 +73,9 @@ void UIImageView::paintEvent(QPaintEvent*)
     painter.setOpacity(alpha_);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setRenderHint(QPainter::Antialiasing);
+    // The picture is painted once, inside its place; a brush would tile it across the view.
     QPainterPath clip;
-    clip.addRect(QRectF(rect()));
+    clip.addRect(QRectF(rect()).intersected(target));
     for (QWidget* ancestor = parentWidget(); ancestor; ancestor = ancestor->parentWidget())
         if (auto* cell = dynamic_cast<PSTableCell*>(ancestor)) {
             clip = clip.intersected(cell->backgroundShape().translated(-mapTo(cell, QPoint(0, 0))));

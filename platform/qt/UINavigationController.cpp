@@ -46,7 +46,7 @@ void UINavigationBar::setTitleTextColor(std::optional<UIColor> color)
 
 QString UINavigationBar::shownTitle() const
 {
-    return title_->isVisible() ? title_->text() : QString();
+    return !title_->isHidden() ? title_->text() : QString();
 }
 
 void UINavigationBar::show(UINavigationItem* item, const std::string& backTitle)
@@ -123,7 +123,7 @@ void UINavigationBar::arrange()
             right -= 8;
         }
     }
-    int side = std::max(back_->isVisible() ? back_->width() + 8 : margin, width() - static_cast<int>(right));
+    int side = std::max(!back_->isHidden() ? back_->width() + 8 : margin, width() - static_cast<int>(right));
     title_->setGeometry(side, 0, std::max(0, width() - 2 * side), height());
     if (titleView_) {
         QSize size = titleView_->size().isEmpty() ? titleView_->sizeHint() : titleView_->size();
@@ -161,7 +161,13 @@ UINavigationController::UINavigationController(UIViewController* root, QWidget* 
     pages_ = new QStackedLayout();
     layout->addLayout(pages_, 1);
     connect(bar_->backButton(), &QAbstractButton::clicked, this, [this] { popViewControllerAnimated(true); });
-    for (QKeySequence keys : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::ALT | Qt::Key_Left), QKeySequence(QKeySequence::Back)}) {
+    // The desktop's own Back keys may include Alt+Left; one shortcut per sequence, since two
+    // shortcuts on the same keys are ambiguous and neither fires.
+    QList<QKeySequence> backKeys{QKeySequence(Qt::Key_Escape), QKeySequence(Qt::ALT | Qt::Key_Left)};
+    for (const QKeySequence& keys : QKeySequence::keyBindings(QKeySequence::Back))
+        if (!backKeys.contains(keys))
+            backKeys.append(keys);
+    for (const QKeySequence& keys : backKeys) {
         auto* shortcut = new QShortcut(keys, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, [this] { popViewControllerAnimated(true); });
@@ -207,8 +213,10 @@ void UINavigationController::pushViewController(UIViewController* controller, bo
     if (!controller)
         return;
     UIViewController* previous = topViewController();
-    if (previous)
+    if (previous) {
+        focusBeforePush_[previous] = window()->focusWidget();
         previous->viewWillDisappear(animated);
+    }
     adopt(controller);
     controller->viewWillAppear(animated);
     pages_->setCurrentWidget(controller);
@@ -216,7 +224,7 @@ void UINavigationController::pushViewController(UIViewController* controller, bo
     if (previous)
         previous->viewDidDisappear(animated);
     controller->viewDidAppear(animated);
-    controller->setFocus();
+    keepKeyboardOn(controller);
 }
 
 bool UINavigationController::popViewControllerAnimated(bool animated)
@@ -231,11 +239,23 @@ bool UINavigationController::popViewControllerAnimated(bool animated)
     pages_->setCurrentWidget(below);
     pages_->removeWidget(leaving);
     refreshBar();
+    // The row that opened the page above gets the keyboard back.
+    if (QPointer<QWidget> opener = focusBeforePush_[below]; opener && below->isAncestorOf(opener))
+        opener->setFocus(Qt::OtherFocusReason);
+    focusBeforePush_.erase(below);
     leaving->viewDidDisappear(animated);
     below->viewDidAppear(animated);
-    below->setFocus();
+    keepKeyboardOn(below);
     leaving->deleteLater();
     return true;
+}
+
+void UINavigationController::keepKeyboardOn(UIViewController* page)
+{
+    // An alert standing over the window keeps the keyboard.
+    QWidget* focused = window()->focusWidget();
+    if (!focused || (isAncestorOf(focused) && !page->isAncestorOf(focused)))
+        page->setFocus(Qt::OtherFocusReason);
 }
 
 void UINavigationController::rotate(UIInterfaceOrientation to)

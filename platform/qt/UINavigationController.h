@@ -6,6 +6,7 @@
 
 #include <QPointer>
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -78,8 +79,11 @@ private:
     // Puts the page on top without running its appearance hooks.
     void adopt(UIViewController* controller);
     void refreshBar();
+    // Gives the page the keyboard unless one of its own widgets has it already.
+    void keepKeyboardOn(UIViewController* page);
 
     UINavigationBar* bar_;
     QStackedLayout* pages_;
     std::vector<UIViewController*> stack_;
+    std::map<const UIViewController*, QPointer<QWidget>> focusBeforePush_;
 };

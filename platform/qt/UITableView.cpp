@@ -103,12 +103,12 @@ void UITableView::reloadData()
     if (auto* cell = dynamic_cast<PSTableCell*>(focused))
         focusedPath = indexPathForCell(cell);
 
+    // The data source may hand back a row it made before; only the rows it no longer uses go.
+    std::vector<QPointer<PSTableCell>> previous;
     for (Section& section : sections_)
         for (QPointer<PSTableCell>& cell : section.cells)
-            if (cell) {
-                cell->hide();
-                cell->deleteLater();
-            }
+            if (cell)
+                previous.push_back(cell);
     for (auto& [heading, footer] : content_->labels) {
         delete heading;
         delete footer;
@@ -116,6 +116,7 @@ void UITableView::reloadData()
     content_->labels.clear();
     sections_.clear();
 
+    std::vector<PSTableCell*> adopted;
     int sectionCount = dataSource_->numberOfSectionsInTableView(this);
     for (int s = 0; s < sectionCount; ++s) {
         Section section;
@@ -129,15 +130,18 @@ void UITableView::reloadData()
             PSTableCell* cell = dataSource_->tableViewCellForRowAtIndexPath(this, {s, r});
             if (!cell)
                 continue;
-            cell->setParent(content_);
-            cell->installEventFilter(this);
-            connect(cell, &PSTableCell::tapped, this, [this](PSTableCell* tapped) {
-                if (std::optional<NSIndexPath> path = indexPathForCell(tapped))
-                    dataSource_->tableViewDidSelectRowAtIndexPath(this, *path);
-            });
+            if (cell->parentWidget() != content_) {
+                adopt(cell);
+                adopted.push_back(cell);
+            }
             sections_.back().cells.push_back(cell);
         }
     }
+    for (QPointer<PSTableCell>& old : previous)
+        if (old && !indexPathForCell(old)) {
+            old->hide();
+            old->deleteLater();
+        }
     for (auto& [heading, footer] : content_->labels) {
         if (heading)
             heading->show();
@@ -149,15 +153,27 @@ void UITableView::reloadData()
         for (std::size_t r = 0; r < sections_[s].cells.size(); ++r)
             if (PSTableCell* cell = sections_[s].cells[r]) {
                 cell->show();
-                cell->didMoveToSuperview();
+                if (std::find(adopted.begin(), adopted.end(), cell) != adopted.end())
+                    cell->didMoveToSuperview();
                 cell->layoutSubviews();
                 dataSource_->tableViewWillDisplayCell(this, cell, {static_cast<int>(s), static_cast<int>(r)});
             }
     if (focusedPath) {
         PSTableCell* again = cellForRowAtIndexPath(*focusedPath);
-        if (again)
+        if (again && again->focusPolicy() != Qt::NoFocus)
             again->setFocus();
     }
+}
+
+void UITableView::adopt(PSTableCell* cell)
+{
+    cell->setParent(content_);
+    cell->setFocusPolicy(cell->acceptsKeyboardFocus() ? Qt::StrongFocus : Qt::NoFocus);
+    cell->installEventFilter(this);
+    connect(cell, &PSTableCell::tapped, this, [this](PSTableCell* tapped) {
+        if (std::optional<NSIndexPath> path = indexPathForCell(tapped))
+            dataSource_->tableViewDidSelectRowAtIndexPath(this, *path);
+    });
 }
 
 void UITableView::relayout()
@@ -239,18 +255,55 @@ void UITableView::resizeEvent(QResizeEvent* event)
     relayout();
 }
 
+std::vector<PSTableCell*> UITableView::focusableCells() const
+{
+    std::vector<PSTableCell*> cells;
+    for (PSTableCell* cell : visibleCells())
+        if (cell->focusPolicy() != Qt::NoFocus && !cell->isHidden())
+            cells.push_back(cell);
+    return cells;
+}
+
+void UITableView::focusCell(PSTableCell* cell)
+{
+    if (!cell)
+        return;
+    cell->setFocus(Qt::OtherFocusReason);
+    ensureWidgetVisible(cell, 0, 20);
+}
+
 void UITableView::moveFocus(const PSTableCell* from, int step)
 {
-    std::vector<PSTableCell*> cells = visibleCells();
+    std::vector<PSTableCell*> cells = focusableCells();
+    auto at = std::find(cells.begin(), cells.end(), from);
+    if (at == cells.end() || cells.empty())
+        return;
+    std::ptrdiff_t index = std::clamp<std::ptrdiff_t>((at - cells.begin()) + step, 0,
+                                                      static_cast<std::ptrdiff_t>(cells.size()) - 1);
+    focusCell(cells[static_cast<std::size_t>(index)]);
+}
+
+void UITableView::moveFocusByPage(const PSTableCell* from, int direction)
+{
+    // The row a screen's height away, or the last one before it, as the platform's lists page.
+    std::vector<PSTableCell*> cells = focusableCells();
     auto at = std::find(cells.begin(), cells.end(), from);
     if (at == cells.end())
         return;
-    std::ptrdiff_t index = (at - cells.begin()) + step;
-    if (index < 0 || index >= static_cast<std::ptrdiff_t>(cells.size()))
-        return;
-    PSTableCell* next = cells[static_cast<std::size_t>(index)];
-    next->setFocus(Qt::OtherFocusReason);
-    ensureWidgetVisible(next, 0, 20);
+    int target = from->y() + direction * std::max(1, viewport()->height() - from->height());
+    PSTableCell* chosen = *at;
+    if (direction > 0) {
+        for (auto it = at + 1; it != cells.end() && (*it)->y() <= target; ++it)
+            chosen = *it;
+        if (chosen == *at && at + 1 != cells.end())
+            chosen = *(at + 1);
+    } else {
+        for (auto it = std::make_reverse_iterator(at); it != cells.rend() && (*it)->y() >= target; ++it)
+            chosen = *it;
+        if (chosen == *at && at != cells.begin())
+            chosen = *(at - 1);
+    }
+    focusCell(chosen);
 }
 
 bool UITableView::eventFilter(QObject* watched, QEvent* event)
@@ -258,9 +311,30 @@ bool UITableView::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         auto* cell = dynamic_cast<PSTableCell*>(watched);
-        if (cell && key->modifiers() == Qt::NoModifier && (key->key() == Qt::Key_Up || key->key() == Qt::Key_Down)) {
-            moveFocus(cell, key->key() == Qt::Key_Up ? -1 : 1);
-            return true;
+        if (cell && key->modifiers() == Qt::NoModifier) {
+            std::vector<PSTableCell*> cells;
+            switch (key->key()) {
+            case Qt::Key_Up:
+                moveFocus(cell, -1);
+                return true;
+            case Qt::Key_Down:
+                moveFocus(cell, 1);
+                return true;
+            case Qt::Key_PageUp:
+                moveFocusByPage(cell, -1);
+                return true;
+            case Qt::Key_PageDown:
+                moveFocusByPage(cell, 1);
+                return true;
+            case Qt::Key_Home:
+            case Qt::Key_End:
+                cells = focusableCells();
+                if (!cells.empty())
+                    focusCell(key->key() == Qt::Key_Home ? cells.front() : cells.back());
+                return true;
+            default:
+                break;
+            }
         }
     } else if (event->type() == QEvent::FocusIn) {
         if (auto* cell = dynamic_cast<PSTableCell*>(watched))

@@ -32,7 +32,8 @@ public:
 
 // A grouped table in the inset style of the phone's settings: rows in white rounded groups
 // on a grey ground, headings above the groups in small capitals, footers below them. Every
-// row is a widget; arrow keys move between rows.
+// row is a widget; Up/Down, Page Up/Page Down and Home/End move the keyboard between the rows
+// that take it. A data source may hand the same row back on a reload: it is kept as it is.
 class UITableView : public QScrollArea {
     Q_OBJECT
 
@@ -75,7 +76,12 @@ private:
     };
     class Content;
 
+    void adopt(PSTableCell* cell);
+    // The rows the keyboard stops on, top to bottom.
+    std::vector<PSTableCell*> focusableCells() const;
+    void focusCell(PSTableCell* cell);
     void moveFocus(const PSTableCell* from, int step);
+    void moveFocusByPage(const PSTableCell* from, int direction);
 
     UITableViewDataSource* dataSource_;
     Content* content_;

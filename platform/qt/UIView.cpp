@@ -14,6 +14,7 @@ namespace {
 constexpr const char* kTint = "ampwellTintColor";
 constexpr const char* kCornerRadius = "ampwellCornerRadius";
 constexpr const char* kMasksToBounds = "ampwellMasksToBounds";
+constexpr const char* kTag = "ampwellTag";
 
 void repaintTree(QWidget* view)
 {
@@ -79,6 +80,30 @@ void setMasksToBounds(QWidget* view, bool masks)
         return;
     view->setProperty(kMasksToBounds, masks);
     repaintTree(view);
+}
+
+int tag(const QWidget* view)
+{
+    return view ? view->property(kTag).toInt() : 0;
+}
+
+void setTag(QWidget* view, int tag)
+{
+    if (view)
+        view->setProperty(kTag, tag);
+}
+
+QWidget* viewWithTag(QWidget* view, int tag)
+{
+    if (!view || tag == 0)
+        return nullptr;
+    if (UIView::tag(view) == tag)
+        return view;
+    for (QObject* child : view->children())
+        if (auto* subview = qobject_cast<QWidget*>(child))
+            if (QWidget* found = viewWithTag(subview, tag))
+                return found;
+    return nullptr;
 }
 
 } // namespace UIView

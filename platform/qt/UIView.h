@@ -27,6 +27,12 @@ void setCornerRadius(QWidget* view, double radius);
 bool masksToBounds(const QWidget* view);
 void setMasksToBounds(QWidget* view, bool masks);
 
+// A number the owner gives a view to find it again among its superview's subviews.
+int tag(const QWidget* view);
+void setTag(QWidget* view, int tag);
+// The view itself or its first descendant (depth first) with the tag, or null. Tag 0 is no tag.
+QWidget* viewWithTag(QWidget* view, int tag);
+
 } // namespace UIView
 
 // The system font at a size in points, and the fonts that pages ask for by name

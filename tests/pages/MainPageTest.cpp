@@ -197,7 +197,6 @@ TEST_F(MainPageTest, CreditsOpenFromTheMainPageAndMissingPagesDoNothing)
     open();
     for (UIAlertView* alert : UIAlertView::visibleAlerts())
         alert->clickButtonAtIndex(0);
-    rowLabelled("Theme Options")->activate();
     rowLabelled("Profiles")->activate();
     EXPECT_EQ(window_->top(), page_);
 
