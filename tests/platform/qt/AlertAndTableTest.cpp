@@ -142,4 +142,110 @@ TEST(UITableView, RowsWorkFromTheKeyboardAndReadOutLabelAndValue)
     EXPECT_TRUE(cells[1]->hasFocus());
 }
 
+// Many rows with text rows between them, for the keys that move through a long page.
+class LongPage : public PKTintedListController {
+    AMPWELL_OBJC_CLASS()
+public:
+    EntryTable customSpecifiers()
+    {
+        EntryTable table{{{"cell", "PSGroupCell"}}, {{"cell", "PSStaticTextCell"}, {"label", "Caption"}}};
+        for (int i = 0; i < 40; ++i) {
+            table.push_back({{"cell", "PSButtonCell"}, {"label", "Row " + std::to_string(i)}, {"action", "press"}});
+            if (i % 10 == 9)
+                table.push_back({{"cell", "PSStaticTextCell"}, {"label", "Text " + std::to_string(i)}});
+        }
+        table.push_back({{"cell", "PSStaticTextCell"}, {"label", "Caption of the level"}});
+        table.push_back({{"cell", "PSSliderCell"}, {"min", 0}, {"max", 100}, {"get", "value:"}});
+        return table;
+    }
+    Id value(std::shared_ptr<PSSpecifier>) { return Id(10); }
+    void press() {}
+};
+
+const ObjCClass& LongPage::staticClass()
+{
+    static const ObjCClass& cls = ClassBuilder<LongPage>("TestLongPage", &PKTintedListController::staticClass())
+                                      .method("customSpecifiers", &LongPage::customSpecifiers)
+                                      .method("value:", &LongPage::value)
+                                      .method("press", &LongPage::press)
+                                      .build();
+    return cls;
+}
+
+QString focusedRowName()
+{
+    auto* cell = dynamic_cast<PSTableCell*>(QApplication::focusWidget());
+    return cell ? cell->accessibleName() : QString();
+}
+
+TEST(UITableView, TheKeyboardStopsOnlyOnRowsThatDoSomethingAndJumpsByPage)
+{
+    testApplication();
+    auto* page = new LongPage();
+    TestWindow window(page);
+    window.window()->activateWindow();
+    TestWindow::settle();
+    // The page opens on its first row that can be used: the text above it is passed over.
+    EXPECT_EQ(focusedRowName(), QStringLiteral("Row 0"));
+
+    auto press = [](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        TestWindow::settle();
+    };
+    for (int i = 0; i < 10; ++i)
+        press(Qt::Key_Down);
+    EXPECT_EQ(focusedRowName(), QStringLiteral("Row 10")); // "Text 9" skipped
+    press(Qt::Key_End);
+    // The slider is named by the text above it, and the keyboard reaches it.
+    EXPECT_EQ(focusedRowName(), QStringLiteral("Caption of the level"));
+    press(Qt::Key_Down);
+    EXPECT_EQ(focusedRowName(), QStringLiteral("Caption of the level"));
+    press(Qt::Key_Home);
+    EXPECT_EQ(focusedRowName(), QStringLiteral("Row 0"));
+    press(Qt::Key_Up);
+    EXPECT_EQ(focusedRowName(), QStringLiteral("Row 0"));
+
+    // A page moves about a screen's height, and the row it lands on is in view.
+    press(Qt::Key_PageDown);
+    auto* landed = dynamic_cast<PSTableCell*>(QApplication::focusWidget());
+    ASSERT_TRUE(landed);
+    int rowsPerScreen = page->table()->viewport()->height() / 44;
+    int index = landed->accessibleName().mid(4).toInt();
+    EXPECT_GE(index, rowsPerScreen - 3);
+    EXPECT_LE(index, rowsPerScreen + 1);
+    QRect shown = page->table()->viewport()->rect();
+    QRect where(landed->mapTo(page->table()->viewport(), QPoint(0, 0)), landed->size());
+    EXPECT_TRUE(shown.contains(where));
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(focusedRowName(), QStringLiteral("Row 0"));
+}
+
+TEST(UITableView, AReloadKeepsEachEntrysRowAndAnAlertGivesTheKeyboardBack)
+{
+    testApplication();
+    auto* page = new LongPage();
+    TestWindow window(page);
+    window.window()->activateWindow();
+    std::vector<PSTableCell*> before = page->table()->visibleCells();
+    page->reload();
+    TestWindow::settle();
+    EXPECT_EQ(page->table()->visibleCells(), before);
+    // New entries make new rows.
+    page->reloadSpecifiers();
+    TestWindow::settle();
+    EXPECT_NE(page->table()->visibleCells().front(), before.front());
+
+    PSTableCell* row = page->table()->visibleCells()[3];
+    row->setFocus();
+    auto* alert = new UIAlertView("Question", "", nullptr, std::string("Cancel"), {"Yes", "No"});
+    alert->show();
+    TestWindow::settle();
+    EXPECT_FALSE(row->hasFocus());
+    // Return presses the first button that is not Cancel; the row has the keyboard again.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    TestWindow::settle();
+    EXPECT_EQ(alertTitled("Question"), nullptr);
+    EXPECT_TRUE(row->hasFocus());
+}
+
 } // namespace
