@@ -3,6 +3,7 @@
 #include <QWidget>
 
 class UINavigationController;
+class ObjCClass;
 class UIViewController;
 
 // The phone-sized window: a navigation stack that opens on the main page. The window's size
@@ -27,6 +28,10 @@ protected:
 
 private:
     void updateScreen();
+    void screenChanged();
+    // Opens the page of the class through the row that names it, on the page on top or on a
+    // page that one of its rows opens, up to the depth; false when no such row is found.
+    bool openThroughRow(const ObjCClass& cls, int depth);
 
     UINavigationController* navigation_;
 };
