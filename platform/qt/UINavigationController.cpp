@@ -46,7 +46,7 @@ void UINavigationBar::setTitleTextColor(std::optional<UIColor> color)
 
 QString UINavigationBar::shownTitle() const
 {
-    return !title_->isHidden() ? title_->text() : QString();
+    return !title_->isHidden() ? fullTitle_ : QString();
 }
 
 void UINavigationBar::show(UINavigationItem* item, const std::string& backTitle)
@@ -63,10 +63,11 @@ void UINavigationBar::show(UINavigationItem* item, const std::string& backTitle)
 
     item_ = item;
     back_->setVisible(!backTitle.empty());
-    back_->setText(backButtonTitle(backTitle));
-    back_->setAccessibleName(backButtonTitle(backTitle));
-    title_->setText(item ? QString::fromStdString(item->title()) : QString());
-    title_->setAccessibleName(title_->text());
+    backTitle_ = backButtonTitle(backTitle);
+    back_->setAccessibleName(backTitle_);
+    fullTitle_ = item ? QString::fromStdString(item->title()) : QString();
+    title_->setText(fullTitle_);
+    title_->setAccessibleName(fullTitle_);
     titleView_ = item ? item->titleView() : nullptr;
     if (titleView_) {
         titleView_->setParent(this);
@@ -99,6 +100,7 @@ void UINavigationBar::show(UINavigationItem* item, const std::string& backTitle)
 void UINavigationBar::arrange()
 {
     constexpr int margin = 16;
+    back_->setText(backTitle_);
     back_->adjustSize();
     back_->move(8, (height() - back_->height()) / 2);
 
@@ -123,8 +125,18 @@ void UINavigationBar::arrange()
             right -= 8;
         }
     }
-    int side = std::max(!back_->isHidden() ? back_->width() + 8 : margin, width() - static_cast<int>(right));
-    title_->setGeometry(side, 0, std::max(0, width() - 2 * side), height());
+    auto sideFor = [&] { return std::max(!back_->isHidden() ? back_->width() + 8 : margin, width() - static_cast<int>(right)); };
+    int side = sideFor();
+    int titleWidth = title_->fontMetrics().horizontalAdvance(fullTitle_);
+    // As on the phone, a long back title gives way to "Back" before the page's title is cut.
+    if (!back_->isHidden() && titleWidth > width() - 2 * side) {
+        back_->setText(QStringLiteral("Back"));
+        back_->adjustSize();
+        side = sideFor();
+    }
+    int room = std::max(0, width() - 2 * side);
+    title_->setText(title_->fontMetrics().elidedText(fullTitle_, Qt::ElideRight, room));
+    title_->setGeometry(side, 0, room, height());
     if (titleView_) {
         QSize size = titleView_->size().isEmpty() ? titleView_->sizeHint() : titleView_->size();
         titleView_->setGeometry((width() - size.width()) / 2, (height() - size.height()) / 2, size.width(), size.height());

@@ -47,6 +47,8 @@ private:
     std::vector<QPointer<QWidget>> madeButtons_;
     UIButton* back_;
     class QLabel* title_;
+    QString backTitle_;
+    QString fullTitle_;
 };
 
 // A stack of pages under a navigation bar. Pushing and popping run the pages' appearance
