@@ -175,15 +175,22 @@ UINavigationController::UINavigationController(UIViewController* root, QWidget* 
     connect(bar_->backButton(), &QAbstractButton::clicked, this, [this] { popViewControllerAnimated(true); });
     // The desktop's own Back keys may include Alt+Left; one shortcut per sequence, since two
     // shortcuts on the same keys are ambiguous and neither fires.
-    QList<QKeySequence> backKeys{QKeySequence(Qt::Key_Escape), QKeySequence(Qt::ALT | Qt::Key_Left)};
+    QList<QKeySequence> backKeys{QKeySequence(Qt::ALT | Qt::Key_Left)};
     for (const QKeySequence& keys : QKeySequence::keyBindings(QKeySequence::Back))
-        if (!backKeys.contains(keys))
+        if (!backKeys.contains(keys) && keys != QKeySequence(Qt::Key_Escape))
             backKeys.append(keys);
     for (const QKeySequence& keys : backKeys) {
         auto* shortcut = new QShortcut(keys, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, [this] { popViewControllerAnimated(true); });
     }
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(escape, &QShortcut::activated, this, [this] {
+        UIViewController* top = topViewController();
+        if (!top || !top->escapePressed())
+            popViewControllerAnimated(true);
+    });
     if (root)
         adopt(root);
 }

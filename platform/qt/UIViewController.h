@@ -72,6 +72,9 @@ public:
     virtual void viewDidLayoutSubviews() {}
     virtual void willRotateToInterfaceOrientation(UIInterfaceOrientation) {}
     virtual void didRotateFromInterfaceOrientation(UIInterfaceOrientation) {}
+    // Escape on the page; true when the page dealt with it. Otherwise Escape goes back, as
+    // Alt+Left always does.
+    virtual bool escapePressed() { return false; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
