@@ -82,11 +82,17 @@ CGPoint CPColorCursor::center() const
     return {start_.x + translation_.x, start_.y + translation_.y};
 }
 
+void CPColorCursor::setCoordinateOrigin(QPoint origin)
+{
+    coordinateOrigin_ = origin;
+    place();
+}
+
 void CPColorCursor::place()
 {
     CGPoint middle = center();
-    move(static_cast<int>(std::lround(middle.x - width() / 2.0)),
-         static_cast<int>(std::lround(middle.y - height() / 2.0)));
+    move(coordinateOrigin_.x() + static_cast<int>(std::lround(middle.x - width() / 2.0)),
+         coordinateOrigin_.y() + static_cast<int>(std::lround(middle.y - height() / 2.0)));
 }
 
 void CPColorCursor::paintEvent(QPaintEvent*)

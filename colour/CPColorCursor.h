@@ -33,8 +33,11 @@ public:
 
     CGPoint translation() const { return translation_; }
     void setTranslation(CGPoint translation);
-    // Where the centre is now, in the parent's points: the start point plus the translation.
+    // Where the centre is now: the start point plus the translation, in the coordinates of the
+    // view the cursor marks (the map), which need not be the cursor's parent.
     CGPoint center() const;
+    // Where that view's origin lies in the cursor's parent.
+    void setCoordinateOrigin(QPoint origin);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -48,4 +51,5 @@ private:
     bool showsFocus_ = false;
     CGPoint start_;
     CGPoint translation_;
+    QPoint coordinateOrigin_;
 };

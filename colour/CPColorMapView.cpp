@@ -42,6 +42,7 @@ CPColorMapView::CPColorMapView(QWidget* parent)
     setFocusPolicy(Qt::NoFocus);
     colorCursor_ = CPColorCursor::colorCursorWithPoint(CGPoint{0, 0}, this);
     colorCursor_->hide();
+    hostColorCursor();
     registerAccessiblePart(this, QAccessible::Slider, QStringLiteral("Colour map"));
     setAccessibleValue(this, accessibleValueText());
 }
@@ -53,7 +54,11 @@ CPColorMapView::CPColorMapView(CGRect frame, std::optional<double> saturationUpp
     setSaturationUpperLimit(saturationUpperLimit);
 }
 
-CPColorMapView::~CPColorMapView() = default;
+CPColorMapView::~CPColorMapView()
+{
+    if (colorCursor_ && colorCursor_->parent() != this)
+        delete colorCursor_.data();
+}
 
 UIImage CPColorMapView::colorMapImageWithSizeTileSizeSaturationUpperLimit(CGSize size, double tileSize,
                                                                           double saturationUpperLimit)
@@ -179,18 +184,32 @@ std::optional<CPColorMapView::Tile> CPColorMapView::tileForColor() const
     return tile;
 }
 
+void CPColorMapView::hostColorCursor()
+{
+    if (!colorCursor_)
+        return;
+    QWidget* host = parentWidget() ? parentWidget() : this;
+    if (colorCursor_->parentWidget() != host)
+        colorCursor_->setParent(host);
+    colorCursor_->raise();
+    updateColorCursor();
+}
+
 void CPColorMapView::updateColorCursor()
 {
+    if (!colorCursor_)
+        return;
     colorCursor_->setColor(color_);
     colorCursor_->setGrayCursor(hsv_.saturation < 0.2f && hsv_.brightness > 0.8f);
+    bool hosted = colorCursor_->parentWidget() == this;
+    colorCursor_->setCoordinateOrigin(hosted ? QPoint() : pos());
     std::optional<Tile> tile = tileForColor();
-    if (!tile) {
-        colorCursor_->hide();
-        return;
+    if (tile) {
+        double t = *tileSize_;
+        colorCursor_->setTranslation({(tile->column + 0.5) * t, (tile->row + 0.5) * t});
     }
-    double t = *tileSize_;
-    colorCursor_->setTranslation({(tile->column + 0.5) * t, (tile->row + 0.5) * t});
-    colorCursor_->show();
+    // Hosted by the map, the cursor hides with it; beside it, it has to be told.
+    colorCursor_->setVisible(tile && (hosted || !isHidden()));
 }
 
 void CPColorMapView::colorChanged()
@@ -266,9 +285,26 @@ QString CPColorMapView::accessibleValueText() const
 bool CPColorMapView::event(QEvent* event)
 {
     bool handled = QWidget::event(event);
-    if (event->type() == QEvent::ParentChange ||
-        event->type() == QEvent::ScreenChangeInternal)
+    switch (event->type()) {
+    case QEvent::ParentChange:
+        hostColorCursor();
         refreshColorMap();
+        break;
+    case QEvent::ScreenChangeInternal:
+        refreshColorMap();
+        break;
+    case QEvent::Move:
+    case QEvent::Hide:
+        updateColorCursor();
+        break;
+    case QEvent::ZOrderChange:
+        // A map raised over its cursor would hide it.
+        if (colorCursor_ && colorCursor_->parentWidget() != this)
+            colorCursor_->raise();
+        break;
+    default:
+        break;
+    }
     return handled;
 }
 
@@ -295,6 +331,7 @@ void CPColorMapView::resizeEvent(QResizeEvent* event)
 void CPColorMapView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    updateColorCursor();
     refreshColorMap();
 }
 
@@ -303,7 +340,8 @@ void CPColorMapView::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return QWidget::mousePressEvent(event);
     tracking_ = true;
-    colorCursor_->setEditing(true);
+    if (colorCursor_)
+        colorCursor_->setEditing(true);
     lastPoint_ = pointOf(event);
     handleTap(lastPoint_);
     event->accept();
@@ -323,7 +361,8 @@ void CPColorMapView::mouseReleaseEvent(QMouseEvent* event)
         return QWidget::mouseReleaseEvent(event);
     tracking_ = false;
     handlePan(pointOf(event), Qt::GestureFinished);
-    colorCursor_->setEditing(false);
+    if (colorCursor_)
+        colorCursor_->setEditing(false);
     event->accept();
     emit editingFinished();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CPColorCursor.h"
 #include "CPColorMapImageQueue.h"
 #include "HSVColor.h"
 
@@ -8,11 +9,10 @@
 #include "platform/core/UIImage.h"
 
 #include <QPixmap>
+#include <QPointer>
 #include <QWidget>
 
 #include <optional>
-
-class CPColorCursor;
 
 // The colour map: hue across, saturation down, in square tiles. Brightness is not drawn into
 // the map: the map lies over a black background and shows brightness as its own opacity, so a
@@ -54,7 +54,9 @@ public:
     const UIImage& backgroundImage() const { return backgroundImage_; }
     // The map layer's opacity over the black background: the brightness.
     double colorMapLayerOpacity() const { return colorMapLayerOpacity_; }
-    CPColorCursor* colorCursor() const { return colorCursor_; }
+    // Lives in the map's parent when it has one, so that at the top and bottom rows it can reach
+    // past the map's edges; it goes with the map.
+    CPColorCursor* colorCursor() const { return colorCursor_.data(); }
 
     // In a shown window, not empty, with a tile size and a saturation limit.
     bool isAbleToCreateColorMap() const;
@@ -106,6 +108,7 @@ private:
     void imagesReady(CPColorMapImageQueue::Result result);
     std::optional<Tile> tileForColor() const;
     void colorChanged();
+    void hostColorCursor();
 
     UIColor color_ = UIColor::whiteColor();
     HSVColor hsv_{0, 0, 1, 1};
@@ -119,7 +122,7 @@ private:
     bool hasImages_ = false;
     CPColorMapImageQueue::Request madeRequest_;
     double colorMapLayerOpacity_ = 0.5;
-    CPColorCursor* colorCursor_ = nullptr;
+    QPointer<CPColorCursor> colorCursor_;
     bool tracking_ = false;
     CGPoint lastPoint_;
     CPColorMapImageQueue imageQueue_;

@@ -105,7 +105,8 @@ void CPColorPickerView::setColorMapView(CPColorMapView* colorMapView)
     connect(colorMapView, &CPColorMapView::editingFinished, this, &CPColorPickerView::sendPendingActions);
     colorMapView->setColor(color());
     colorMapView->setBrightness(hsv_.brightness);
-    colorMapView->colorCursor()->setShowsFocus(hasFocus());
+    if (CPColorCursor* cursor = colorMapView->colorCursor())
+        cursor->setShowsFocus(hasFocus());
 }
 
 CPBrightnessSlider* CPColorPickerView::brightnessSlider()
@@ -314,8 +315,8 @@ void CPColorPickerView::focusOutEvent(QFocusEvent* event)
 
 void CPColorPickerView::showFocus(bool shows)
 {
-    if (colorMapView_)
-        colorMapView_->colorCursor()->setShowsFocus(shows);
+    if (CPColorCursor* cursor = colorMapView_ ? colorMapView_->colorCursor() : nullptr)
+        cursor->setShowsFocus(shows);
     if (brightnessSlider_)
         brightnessSlider_->setShowsFocus(shows);
 }

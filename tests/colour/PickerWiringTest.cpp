@@ -162,6 +162,31 @@ TEST_F(PickerWiring, KeyboardMovesTheCursorAndTheBrightness)
     EXPECT_NEAR(picker_->hsvColor().brightness, before - 0.05, 1e-6);
 }
 
+TEST_F(PickerWiring, TheMapCursorReachesPastTheMapsTopEdge)
+{
+    layOut(390, 844);
+    CPColorMapView* map = picker_->colorMapView();
+    map->update(CGPoint{100, 0});
+    CPColorCursor* cursor = map->colorCursor();
+    EXPECT_EQ(cursor->parentWidget(), picker_);
+    EXPECT_TRUE(cursor->isVisible());
+    EXPECT_LT(cursor->geometry().top(), map->geometry().top());
+    EXPECT_NEAR(cursor->x() + cursor->width() / 2.0, map->x() + 100.5, 0.5);
+    // Above the map even when the map is raised, and hidden with it.
+    map->raise();
+    EXPECT_EQ(picker_->children().last(), cursor);
+    map->hide();
+    EXPECT_FALSE(cursor->isVisible());
+    map->show();
+    EXPECT_TRUE(cursor->isVisible());
+
+    // It goes with the map.
+    QPointer<CPColorCursor> watched = cursor;
+    picker_->setColorMapView(new CPColorMapView(picker_));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(watched.isNull());
+}
+
 TEST_F(PickerWiring, TheFocusShowsOnTheCursors)
 {
     layOut(390, 844);
