@@ -36,8 +36,10 @@ void letGo(QWidget* picker, const QPointer<Part>& part, bool made)
     if (!part)
         return;
     QObject::disconnect(part, nullptr, picker, nullptr);
-    if (made && part->parent() == picker)
+    if (made && part->parent() == picker) {
+        part->hide();
         part->deleteLater();
+    }
 }
 
 template <typename Part>
@@ -85,6 +87,8 @@ CPColorMapView* CPColorPickerView::colorMapView()
     if (!colorMapView_) {
         auto* map = CPColorMapView::colorMapWithFrameSaturationUpperLimit(CGRect{}, 1, this);
         map->setTileSize(1);
+        // A child made after its parent was shown stays hidden until told otherwise.
+        map->show();
         setColorMapView(map);
         madeColorMapView_ = true;
     }
@@ -112,7 +116,9 @@ void CPColorPickerView::setColorMapView(CPColorMapView* colorMapView)
 CPBrightnessSlider* CPColorPickerView::brightnessSlider()
 {
     if (!brightnessSlider_) {
-        setBrightnessSlider(new CPBrightnessSlider(this));
+        auto* slider = new CPBrightnessSlider(this);
+        slider->show();
+        setBrightnessSlider(slider);
         madeBrightnessSlider_ = true;
     }
     return brightnessSlider_;

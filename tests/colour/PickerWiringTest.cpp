@@ -86,6 +86,16 @@ TEST_F(PickerWiring, LayoutStopsAfterFivePasses)
     EXPECT_EQ(picker_->layoutPassCount(), 5);
 }
 
+TEST_F(PickerWiring, PartsMadeAfterThePickerIsShownAreShownToo)
+{
+    picker_->show();
+    QCoreApplication::processEvents();
+    picker_->setColorMapView(nullptr);
+    picker_->setBrightnessSlider(nullptr);
+    EXPECT_TRUE(picker_->colorMapView()->isVisible());
+    EXPECT_TRUE(picker_->brightnessSlider()->isVisible());
+}
+
 TEST_F(PickerWiring, AQtLayoutTakesOverTheLayout)
 {
     auto* layout = new QVBoxLayout(picker_);
