@@ -2,6 +2,7 @@
 
 #include "QLAWCreditsController.h"
 #include "QLAWSettingsController.h"
+#include "QLAWSettingsColorOptionsController.h"
 #include "QLAWSettingsMainController.h"
 #include "QLAWSettingsOptionsController.h"
 #include "QLAWSettingThemeListController.h"
@@ -10,6 +11,7 @@
 #include "QLHeaderCell.h"
 
 #include "pagekit/PageKitClasses.h"
+#include "colour/QLColorCell.h"
 #include "render/preview/QLAWThemeCell.h"
 
 void registerAmpwellPages()
@@ -20,6 +22,9 @@ void registerAmpwellPages()
     QLAWCreditsController::staticClass();
     QLAWSettingsThemeOptionsController::staticClass();
     QLAWSettingsOptionsController::staticClass();
+    QLAWSettingsColorOptionsController::staticClass();
+    QLColorCell::staticClass();
+    QLAWColorPickerViewController::staticClass();
     QLAWSettingThemeListController::staticClass();
     QLAWSettingSecondaryThemeListController::staticClass();
     QLAWThemeCell::staticClass();

@@ -57,6 +57,24 @@ void UISlider::setMaximumValue(float maximum)
     setValue(value_);
 }
 
+void UISlider::setMinimumTrackTintColor(std::optional<UIColor> color)
+{
+    minimumTrackTint_ = color;
+    update();
+}
+
+void UISlider::setMaximumTrackTintColor(std::optional<UIColor> color)
+{
+    maximumTrackTint_ = color;
+    update();
+}
+
+void UISlider::setThumbTintColor(std::optional<UIColor> color)
+{
+    thumbTint_ = color;
+    update();
+}
+
 void UISlider::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -69,9 +87,9 @@ void UISlider::paintEvent(QPaintEvent*)
     double y = height() / 2.0;
 
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(120, 120, 128, 51));
+    painter.setBrush(maximumTrackTint_ ? toQColor(*maximumTrackTint_) : QColor(120, 120, 128, 51));
     painter.drawRoundedRect(QRectF(left - 2, y - 2, right - left + 4, 4), 2, 2);
-    painter.setBrush(toQColor(UIView::effectiveTintColor(this)));
+    painter.setBrush(toQColor(minimumTrackTint_ ? *minimumTrackTint_ : UIView::effectiveTintColor(this)));
     painter.drawRoundedRect(QRectF(left - 2, y - 2, x - left + 2, 4), 2, 2);
 
     QRectF knob(x - thumb / 2, y - thumb / 2, thumb, thumb);
@@ -79,7 +97,7 @@ void UISlider::paintEvent(QPaintEvent*)
         painter.setBrush(QColor(0, 0, 0, 9));
         painter.drawEllipse(knob.translated(0, i * 0.7).adjusted(-i * 0.4, -i * 0.4, i * 0.4, i * 0.4));
     }
-    painter.setBrush(Qt::white);
+    painter.setBrush(thumbTint_ ? toQColor(*thumbTint_) : QColor(Qt::white));
     painter.drawEllipse(knob);
     if (hasFocus()) {
         painter.setBrush(Qt::NoBrush);

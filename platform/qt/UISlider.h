@@ -1,6 +1,10 @@
 #pragma once
 
+#include "platform/core/UIColor.h"
+
 #include <QSlider>
+
+#include <optional>
 
 // The platform's slider: a floating-point value between a minimum and a maximum, drawn as
 // on the phone (a thin track filled in the tint colour up to a round white thumb).
@@ -16,6 +20,12 @@ public:
     float maximumValue() const { return maximum_; }
     void setMinimumValue(float minimum);
     void setMaximumValue(float maximum);
+
+    // The track up to the thumb (default: the tint colour), the track after it (default: a
+    // light grey) and the thumb (default: white); nothing brings the default back.
+    void setMinimumTrackTintColor(std::optional<UIColor> color);
+    void setMaximumTrackTintColor(std::optional<UIColor> color);
+    void setThumbTintColor(std::optional<UIColor> color);
 
 signals:
     // The value the user set (while dragging, and by keyboard).
@@ -35,4 +45,7 @@ private:
     float maximum_ = 1;
     float value_ = 0;
     bool settingValue_ = false;
+    std::optional<UIColor> minimumTrackTint_;
+    std::optional<UIColor> maximumTrackTint_;
+    std::optional<UIColor> thumbTint_;
 };

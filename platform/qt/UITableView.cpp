@@ -98,6 +98,7 @@ std::optional<NSIndexPath> UITableView::indexPathForCell(const PSTableCell* cell
 
 void UITableView::reloadData()
 {
+    int scrolled = verticalScrollBar()->value();
     QWidget* focused = content_->focusWidget();
     std::optional<NSIndexPath> focusedPath;
     if (auto* cell = dynamic_cast<PSTableCell*>(focused))
@@ -149,6 +150,8 @@ void UITableView::reloadData()
             footer->show();
     }
     relayout();
+    // A reload shows the same place of the page, not its top.
+    verticalScrollBar()->setValue(scrolled);
     for (std::size_t s = 0; s < sections_.size(); ++s)
         for (std::size_t r = 0; r < sections_[s].cells.size(); ++r)
             if (PSTableCell* cell = sections_[s].cells[r]) {
