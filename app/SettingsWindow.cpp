@@ -5,6 +5,7 @@
 
 #include "platform/core/UIScreen.h"
 #include "platform/qt/UIApplication.h"
+#include "platform/qt/PSTableCell.h"
 #include "platform/qt/UINavigationController.h"
 
 #include <QResizeEvent>
@@ -59,11 +60,16 @@ bool SettingsWindow::openThroughRow(const ObjCClass& cls, int depth)
     if (!top || depth <= 0)
         return false;
     SpecifierList entries = top->specifiers();
-    for (const std::shared_ptr<PSSpecifier>& entry : entries)
+    for (const std::shared_ptr<PSSpecifier>& entry : entries) {
         if (entry->detailControllerClass() == &cls) {
             top->pushControllerForSpecifier(entry);
             return navigation_->topViewController() != top;
         }
+        if (PSTableCell* row = top->cachedCellForSpecifier(entry); row && row->openedPageClass() == &cls) {
+            row->activate();
+            return navigation_->topViewController() != top;
+        }
+    }
     for (const std::shared_ptr<PSSpecifier>& entry : entries) {
         const ObjCClass* detail = entry->detailControllerClass();
         if (!detail || !detail->isSubclassOfClass(PSListController::staticClass()))

@@ -41,6 +41,7 @@ public:
     QWidget* colorPreview() const { return colorPreview_; }
     const std::optional<UIColor>& keyColor() const { return keyColor_; }
     QString accessibleValue() const override;
+    const ObjCClass* openedPageClass() const override { return &QLAWColorPickerViewController::staticClass(); }
 
 private:
     bool usesAlpha() const;

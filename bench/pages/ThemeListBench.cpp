@@ -3,6 +3,7 @@
 #include "pages/QLAWSettingThemeListController.h"
 #include "pages/QLAWSettingsThemeOptionsController.h"
 #include "render/QLAWBatteryRenderer.h"
+#include "BenchRoot.h"
 #include "render/preview/QLAWBatteryPreView.h"
 #include "store/EmbeddedFile.h"
 #include "store/Installation.h"
@@ -29,36 +30,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-// A root of its own with the bundled themes, as many copies of them in the Installed folder as
-// make up the count, and the theme list's notice already seen.
-class BenchRoot {
-public:
-    explicit BenchRoot(int themes)
-    {
-        std::string pattern = (fs::temp_directory_path() / "ampwell-bench-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data()) ? pattern : std::string();
-        Root::set(folder_);
-        installComponent();
-        fs::path installed = Root::path(kInstalledThemesFolder);
-        fs::create_directories(installed);
-        const auto& bundled = bundledThemes();
-        for (int i = static_cast<int>(bundled.size()); i < themes; ++i) {
-            const EmbeddedFile& theme = bundled[static_cast<std::size_t>(i) % bundled.size()];
-            std::ofstream(installed / ("Copy " + std::to_string(i) + ".js")) << theme.contents;
-        }
-        updatePropertyListFile(preferencesPath(), MissingFilePolicy::StartEmpty,
-                               [](PlistDict& preferences) { preferences.set("viewedTP", PlistValue(2)); });
-    }
-    ~BenchRoot()
-    {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-
-private:
-    std::string folder_;
-};
 
 // A phone-sized window on the theme options page.
 class OptionsWindow {

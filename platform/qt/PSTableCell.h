@@ -74,6 +74,9 @@ public:
     virtual double preferredHeightForWidth(double) const { return 0; }
     // A tap, Enter or Space on the row.
     virtual void activate();
+    // The class of the page a tap on the row opens, when the row opens one itself rather than
+    // through its entry's "detail".
+    virtual const ObjCClass* openedPageClass() const { return nullptr; }
 
     // The rounded shape of the row inside its group, in the row's coordinates.
     QPainterPath backgroundShape() const;
