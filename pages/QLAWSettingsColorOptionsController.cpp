@@ -150,7 +150,8 @@ PlistDict QLAWSettingsColorOptionsController::swapColorsRetainingAlphas(const Pl
     std::string baseKey = settings.find("baseDarkColor") ? "baseDarkColor" : "baseLightColor";
     std::string mainKey = settings.find("darkColor") ? "darkColor" : "lightColor";
     auto colour = [&](const std::string& key) {
-        const std::string* text = settings.value(key).asString();
+        const PlistValue* stored = settings.find(key);
+        const std::string* text = stored ? stored->asString() : nullptr;
         return ColorParsing::colorFromHexStringTD(text ? *text : std::string()).value_or(UIColor::clearColor());
     };
     UIColor base = colour(baseKey);

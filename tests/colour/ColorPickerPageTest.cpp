@@ -76,8 +76,8 @@ protected:
     std::string stored(const std::string& key)
     {
         std::optional<PlistDict> preferences = loadPreferences();
-        const std::string* text = preferences ? preferences->value(key).asString() : nullptr;
-        return text ? *text : std::string("(none)");
+        const PlistValue* value = preferences ? preferences->find(key) : nullptr;
+        return value && value->asString() ? *value->asString() : std::string("(none)");
     }
     void pressKeys(QKeySequence::StandardKey keys)
     {

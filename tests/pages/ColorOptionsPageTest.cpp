@@ -35,8 +35,8 @@ protected:
     }
     std::string stored(const std::string& key)
     {
-        const std::string* text = loadPreferences()->value(key).asString();
-        return text ? *text : std::string("(none)");
+        PlistValue value = loadPreferences()->value(key);
+        return value.asString() ? *value.asString() : std::string("(none)");
     }
     void press(const std::string& action)
     {
