@@ -1,8 +1,4 @@
-#include "pagekit/QtTestSupport.h"
-
-#include "colour/QLColorCell.h"
-#include "pages/QLAWSettingsColorOptionsController.h"
-#include "support/TemporaryRoot.h"
+#include "pages/ColorOptionsFixture.h"
 
 #include "platform/qt/UIView.h"
 
@@ -13,38 +9,10 @@
 
 namespace {
 
-constexpr const char* kPreferences = "/var/mobile/Library/Preferences/com.mossgate.ampwell.plist";
-
-class ColorCellTest : public ::testing::Test {
+class ColorCellTest : public ColorOptionsFixture {
 protected:
-    void SetUp() override
-    {
-        testApplication();
-        NSBundle::setPreferredLanguages({"en"});
-    }
-    void TearDown() override
-    {
-        window_.reset();
-        NSBundle::setPreferredLanguages({});
-    }
-    void open(const std::string& body)
-    {
-        root_.writeFile(kPreferences, "<plist version=\"1.0\"><dict>" + body + "</dict></plist>");
-        page_ = new QLAWSettingsColorOptionsController();
-        window_ = std::make_unique<TestWindow>(page_);
-    }
-    QLColorCell* row(const std::string& key)
-    {
-        for (const auto& entry : page_->specifiers())
-            if (const std::string* stored = entry->propertyForKey("key").string(); stored && *stored == key)
-                return dynamic_cast<QLColorCell*>(page_->cachedCellForSpecifier(entry));
-        return nullptr;
-    }
-    QString shown(const std::string& key) { return row(key)->detailTextLabel()->text(); }
-
-    TemporaryRoot root_;
-    QLAWSettingsColorOptionsController* page_ = nullptr;
-    std::unique_ptr<TestWindow> window_;
+    QString shown(const std::string& key) { return colorRow(key)->detailTextLabel()->text(); }
+    QLColorCell* row(const std::string& key) { return colorRow(key); }
 };
 
 TEST_F(ColorCellTest, ShowsTheStoredTextInCapitalsElseTheRowsDefault)

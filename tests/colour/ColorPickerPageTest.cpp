@@ -1,11 +1,7 @@
-#include "pagekit/QtTestSupport.h"
+#include "pages/ColorOptionsFixture.h"
 
 #include "colour/CPColorPickerView.h"
 #include "colour/QLAWColorPickerViewController.h"
-#include "colour/QLColorCell.h"
-#include "pages/QLAWSettingsColorOptionsController.h"
-#include "store/PreferencesStore.h"
-#include "support/TemporaryRoot.h"
 
 #include "platform/core/ColorParsing.h"
 #include "platform/qt/UIButton.h"
@@ -21,8 +17,6 @@
 
 namespace {
 
-constexpr const char* kPreferences = "/var/mobile/Library/Preferences/com.mossgate.ampwell.plist";
-
 UIColor hex(const std::string& text)
 {
     return *ColorParsing::colorFromHexStringTD(text);
@@ -33,37 +27,9 @@ std::string text(const UIColor& color)
     return *ColorParsing::hexStringFromColorAlphaHash(color, true, true);
 }
 
-class ColorPickerPageTest : public ::testing::Test {
+class ColorPickerPageTest : public ColorOptionsFixture {
 protected:
-    void SetUp() override
-    {
-        testApplication();
-        NSBundle::setPreferredLanguages({"en"});
-        UIScreen::mainScreen().setBounds(CGRectMake(0, 0, 390, 844));
-    }
-    void TearDown() override
-    {
-        window_.reset();
-        NSBundle::setPreferredLanguages({});
-    }
-    void writePreferences(const std::string& body)
-    {
-        root_.writeFile(kPreferences, "<plist version=\"1.0\"><dict>" + body + "</dict></plist>");
-    }
-    void open()
-    {
-        page_ = new QLAWSettingsColorOptionsController();
-        window_ = std::make_unique<TestWindow>(page_);
-        window_->window()->activateWindow();
-        TestWindow::settle();
-    }
-    QLColorCell* colorRow(const std::string& key)
-    {
-        for (const auto& entry : page_->specifiers())
-            if (const std::string* stored = entry->propertyForKey("key").string(); stored && *stored == key)
-                return dynamic_cast<QLColorCell*>(page_->cachedCellForSpecifier(entry));
-        return nullptr;
-    }
+    void open() { ColorOptionsFixture::open(body_); }
     QLAWColorPickerViewController* openPicker(const std::string& key)
     {
         QLColorCell* row = colorRow(key);
@@ -73,22 +39,14 @@ protected:
         TestWindow::settle();
         return dynamic_cast<QLAWColorPickerViewController*>(window_->top());
     }
-    std::string stored(const std::string& key)
-    {
-        std::optional<PlistDict> preferences = loadPreferences();
-        const PlistValue* value = preferences ? preferences->find(key) : nullptr;
-        return value && value->asString() ? *value->asString() : std::string("(none)");
-    }
+    void writePreferences(const std::string& body) { body_ = body; }
     void pressKeys(QKeySequence::StandardKey keys)
     {
-        QKeySequence sequence(keys);
-        QTest::keySequence(QApplication::focusWidget(), sequence);
+        QTest::keySequence(QApplication::focusWidget(), QKeySequence(keys));
         TestWindow::settle();
     }
 
-    TemporaryRoot root_;
-    QLAWSettingsColorOptionsController* page_ = nullptr;
-    std::unique_ptr<TestWindow> window_;
+    std::string body_;
 };
 
 TEST_F(ColorPickerPageTest, BackStoresThePickedColourAndCancelOrEscapeDiscardsIt)
@@ -229,7 +187,7 @@ TEST_F(ColorPickerPageTest, ThePreviewShowsThePickedColourInTheRowsHalfAndRole)
     picker->cancelPicking();
     TestWindow::settle();
     // A main colour row with sharing off updates only its own role.
-    root_.writeFile(kPreferences, "<plist version=\"1.0\"><dict/></plist>");
+    ColorOptionsFixture::writePreferences("");
     picker = openPicker("chargeColor");
     EXPECT_EQ(picker->updateKey(), "color");
     EXPECT_FALSE(picker->updateForegroundKey());

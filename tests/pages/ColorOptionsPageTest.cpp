@@ -1,8 +1,4 @@
-#include "pagekit/QtTestSupport.h"
-
-#include "pages/QLAWSettingsColorOptionsController.h"
-#include "store/PreferencesStore.h"
-#include "support/TemporaryRoot.h"
+#include "pages/ColorOptionsFixture.h"
 
 #include "platform/core/DarwinNotifyCenter.h"
 #include "platform/qt/PSTableCell.h"
@@ -13,31 +9,8 @@
 
 namespace {
 
-constexpr const char* kPreferences = "/var/mobile/Library/Preferences/com.mossgate.ampwell.plist";
-
-class ColorOptionsPageTest : public ::testing::Test {
+class ColorOptionsPageTest : public ColorOptionsFixture {
 protected:
-    void SetUp() override
-    {
-        testApplication();
-        NSBundle::setPreferredLanguages({"en"});
-    }
-    void TearDown() override
-    {
-        window_.reset();
-        NSBundle::setPreferredLanguages({});
-    }
-    void open(const std::string& body)
-    {
-        root_.writeFile(kPreferences, "<plist version=\"1.0\"><dict>" + body + "</dict></plist>");
-        page_ = new QLAWSettingsColorOptionsController();
-        window_ = std::make_unique<TestWindow>(page_);
-    }
-    std::string stored(const std::string& key)
-    {
-        PlistValue value = loadPreferences()->value(key);
-        return value.asString() ? *value.asString() : std::string("(none)");
-    }
     void press(const std::string& action)
     {
         for (const auto& entry : page_->specifiers())
@@ -48,10 +21,6 @@ protected:
             }
         ADD_FAILURE() << "no button for " << action;
     }
-
-    TemporaryRoot root_;
-    QLAWSettingsColorOptionsController* page_ = nullptr;
-    std::unique_ptr<TestWindow> window_;
 };
 
 TEST_F(ColorOptionsPageTest, SwappingMainAndBaseKeepsTheBasesAlphaAndMakesTheMainOpaque)
