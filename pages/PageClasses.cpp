@@ -4,10 +4,12 @@
 #include "QLAWSettingsController.h"
 #include "QLAWSettingsMainController.h"
 #include "QLAWSettingsOptionsController.h"
+#include "QLAWSettingProfileListController.h"
 #include "QLAWSettingThemeListController.h"
 #include "QLAWSettingsThemeOptionsController.h"
 #include "QLDeveloperCell.h"
 #include "QLHeaderCell.h"
+#include "QLProfileCell.h"
 
 #include "pagekit/PageKitClasses.h"
 #include "render/preview/QLAWThemeCell.h"
@@ -22,7 +24,9 @@ void registerAmpwellPages()
     QLAWSettingsOptionsController::staticClass();
     QLAWSettingThemeListController::staticClass();
     QLAWSettingSecondaryThemeListController::staticClass();
+    QLAWSettingProfileListController::staticClass();
     QLAWThemeCell::staticClass();
     QLDeveloperCell::staticClass();
     QLHeaderCell::staticClass();
+    QLProfileCell::staticClass();
 }

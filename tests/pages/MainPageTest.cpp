@@ -197,7 +197,7 @@ TEST_F(MainPageTest, CreditsOpenFromTheMainPageAndMissingPagesDoNothing)
     open();
     for (UIAlertView* alert : UIAlertView::visibleAlerts())
         alert->clickButtonAtIndex(0);
-    rowLabelled("Profiles")->activate();
+    rowLabelled("Color Options")->activate();
     EXPECT_EQ(window_->top(), page_);
 
     PSTableCell* credits = rowLabelled("Credits");
