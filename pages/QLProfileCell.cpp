@@ -44,7 +44,7 @@ QMenu* QLProfileCell::makeContextMenu()
 
 void QLProfileCell::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier) {
+    if (event->key() == Qt::Key_Delete && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
         if (deletable_)
             emit deleteRequested(this);
         event->accept();
