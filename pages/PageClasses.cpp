@@ -5,10 +5,12 @@
 #include "QLAWSettingsColorOptionsController.h"
 #include "QLAWSettingsMainController.h"
 #include "QLAWSettingsOptionsController.h"
+#include "QLAWSettingProfileListController.h"
 #include "QLAWSettingThemeListController.h"
 #include "QLAWSettingsThemeOptionsController.h"
 #include "QLDeveloperCell.h"
 #include "QLHeaderCell.h"
+#include "QLProfileCell.h"
 
 #include "pagekit/PageKitClasses.h"
 #include "colour/QLColorCell.h"
@@ -27,7 +29,9 @@ void registerAmpwellPages()
     QLAWColorPickerViewController::staticClass();
     QLAWSettingThemeListController::staticClass();
     QLAWSettingSecondaryThemeListController::staticClass();
+    QLAWSettingProfileListController::staticClass();
     QLAWThemeCell::staticClass();
     QLDeveloperCell::staticClass();
     QLHeaderCell::staticClass();
+    QLProfileCell::staticClass();
 }

@@ -192,13 +192,25 @@ TEST_F(MainPageTest, ProfileRowListsMostRecentThenDefaultThenTheRest)
     EXPECT_TRUE(std::filesystem::exists(profilePath("Default")));
 }
 
-TEST_F(MainPageTest, CreditsOpenFromTheMainPageAndMissingPagesDoNothing)
+TEST_F(MainPageTest, EveryLinkOpensItsPageAndEscapeComesBack)
 {
     open();
     for (UIAlertView* alert : UIAlertView::visibleAlerts())
         alert->clickButtonAtIndex(0);
-    rowLabelled("Profiles")->activate();
-    EXPECT_EQ(window_->top(), page_);
+    for (const auto& [label, page] : std::vector<std::pair<std::string, std::string>>{
+             {"Theme Options", "QLAWSettingsThemeOptionsController"},
+             {"Profiles", "QLAWSettingProfileListController"},
+             {"Color Options", "QLAWSettingsColorOptionsController"},
+             {"Other Options", "QLAWSettingsOptionsController"}}) {
+        rowLabelled(label)->activate();
+        TestWindow::settle();
+        for (UIAlertView* alert : UIAlertView::visibleAlerts())
+            alert->clickButtonAtIndex(0);
+        EXPECT_EQ(window_->top()->isa().name(), page) << label;
+        window_->navigation()->popViewControllerAnimated(false);
+        TestWindow::settle();
+        EXPECT_EQ(window_->top(), page_);
+    }
 
     PSTableCell* credits = rowLabelled("Credits");
     ASSERT_TRUE(credits);

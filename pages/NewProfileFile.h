@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/core/PlistValue.h"
+
+#include <cstddef>
+#include <string>
+
+enum class NewProfileWrite {
+    Written,
+    Taken,  // a file (or a link, even a dangling one) already has the name
+    Failed, // nothing was written
+};
+
+// How much longer than the profile's file name the names of its temporary files get.
+inline constexpr std::size_t kNewProfileStagingSuffixLength = 14;
+
+// Writes a profile that must not replace anything: the file appears whole under the path or
+// not at all, and a file that holds the name already, or takes it while this one is being
+// written (another save, the command line), is left as it is.
+NewProfileWrite writeNewProfile(const std::string& path, const PlistDict& profile);
