@@ -1,7 +1,7 @@
 // The canvas calls of the built-in preview script at a 52 pixel battery, without the script
 // engine: what our Canvas 2D costs per battery, canvas creation and data URL included.
-#include "platform/web/canvas/CanvasRenderingContext2D.h"
-#include "platform/web/canvas/HTMLCanvasElement.h"
+#include "web/canvas/CanvasRenderingContext2D.h"
+#include "web/canvas/HTMLCanvasElement.h"
 
 #include <benchmark/benchmark.h>
 

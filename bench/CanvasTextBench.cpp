@@ -1,7 +1,7 @@
 // Canvas text: the built-in preview script writes the battery level in the middle of a small
 // canvas on every render, so setting its font and drawing two digits must cost next to
 // nothing once warm; the cold paths show what a script with ever-changing text pays.
-#include "platform/web/text/CanvasText.h"
+#include "web/text/CanvasText.h"
 
 #include <benchmark/benchmark.h>
 #include <cairo.h>

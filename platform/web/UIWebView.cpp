@@ -1,6 +1,6 @@
 #include "platform/web/UIWebView.h"
 
-#include "platform/web/script/ScriptEngine.h"
+#include "web/script/ScriptEngine.h"
 
 using script::ScriptEngine;
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env node
-// Renders the reference pictures of tests/platform/web/reference in headless Chromium and
+// Renders the reference pictures of tests/web/reference in headless Chromium and
 // rewrites its case list. Run on purpose only, when a case, a theme or the fonts change; the
 // test compares our engine's renders with these pictures and needs no browser.
 //   node scripts/reference/regenerate-references.mjs [--only SUBSTRING]
@@ -15,7 +15,7 @@ import path from 'node:path';
 import { BUILT_IN_SCRIPT, callArguments, parameterCount } from './calltext.mjs';
 import { REPO, renderJobs, projectFontConfig } from './render.mjs';
 
-const DATA = path.join(REPO, 'tests', 'platform', 'web', 'reference', 'data');
+const DATA = path.join(REPO, 'tests', 'web', 'reference', 'data');
 const PICTURES = path.join(DATA, 'chromium');
 const BUILT_IN_FILE = path.join(DATA, 'built-in-preview.js');
 
@@ -85,7 +85,7 @@ function themeCases(folder, prefix) {
 
 const only = process.argv.indexOf('--only') > 0 ? process.argv[process.argv.indexOf('--only') + 1] : null;
 if (!projectFontConfig()) {
-  console.error('platform/web/fonts/fonts.conf is missing: references would use the machine fonts');
+  console.error('web/fonts/fonts.conf is missing: references would use the machine fonts');
   process.exit(2);
 }
 fs.writeFileSync(BUILT_IN_FILE, BUILT_IN_SCRIPT);

@@ -15,7 +15,7 @@
 // (theme scripts are called as the battery renderer calls them). Relative paths in a manifest
 // are relative to the manifest's folder. "-" reads the manifest from standard input.
 //
-// Fonts: FONTCONFIG_FILE points at the project's platform/web/fonts/fonts.conf when it exists
+// Fonts: FONTCONFIG_FILE points at the project's web/fonts/fonts.conf when it exists
 // (override with --fonts FILE), so that Chromium and our engine resolve the same families.
 // Prints one line per job, "ok NAME WxH" or "error NAME: why"; exits 1 when any job failed.
 import fs from 'node:fs';
@@ -30,7 +30,7 @@ export const REPO = path.resolve(here, '..', '..');
 export const CHROMIUM = process.env.AMPWELL_CHROMIUM || '/usr/bin/chromium';
 
 export function projectFontConfig() {
-  const file = path.join(REPO, 'platform', 'web', 'fonts', 'fonts.conf');
+  const file = path.join(REPO, 'web', 'fonts', 'fonts.conf');
   return fs.existsSync(file) ? file : null;
 }
 

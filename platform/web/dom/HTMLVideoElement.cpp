@@ -1,6 +1,0 @@
-#include "platform/web/dom/HTMLVideoElement.h"
-
-HTMLVideoElement::HTMLVideoElement()
-    : Element("video")
-{
-}

@@ -1,0 +1,104 @@
+// How a shape's path reaches Cairo, and whether Cairo or a coverage mask fills or strokes it.
+#include "web/canvas/CanvasPainter.h"
+
+#include "web/canvas/CairoMapping.h"
+#include "web/canvas/CairoSafePath.h"
+#include "web/canvas/CoverageMask.h"
+#include "web/canvas/PiecewiseStroke.h"
+#include "web/canvas/PolylineStroker.h"
+
+#include <cmath>
+
+namespace {
+
+DeviceContours outlineOf(const FlattenedPath& path)
+{
+    DeviceContours contours;
+    contours.reserve(path.subpaths.size());
+    for (const auto& subpath : path.subpaths)
+        contours.push_back(subpath.points);
+    return contours;
+}
+
+} // namespace
+
+std::span<const cairo_path_data_t> CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape,
+                                                          std::vector<cairo_path_data_t>& storage) const
+{
+    auto data = prepareForCairo(shape.path, shape.inUserSpace ? &state_.transform : nullptr, shape.stroke, storage);
+    cairo_new_path(cr);
+    cairo_identity_matrix(cr);
+    cairo_path_t path{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>(data.data()), int(data.size())};
+    cairo_append_path(cr, &path);
+    // Line widths and dashes are in user space.
+    cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
+    cairo_set_matrix(cr, &ctm);
+    return data;
+}
+
+void CanvasPainter::setStrokeStyle(cairo_t* cr) const
+{
+    cairo_set_line_width(cr, state_.lineWidth);
+    cairo_set_line_cap(cr, to_cairo_line_cap(state_.lineCap));
+    cairo_set_line_join(cr, to_cairo_line_join(state_.lineJoin));
+    cairo_set_miter_limit(cr, state_.miterLimit);
+    const auto& dash = state_.lineDash;
+    if (hasDashes())
+        cairo_set_dash(cr, dash.data(), int(dash.size()), state_.lineDashOffset);
+    else
+        cairo_set_dash(cr, nullptr, 0, 0);
+}
+
+bool CanvasPainter::paintByCoverage(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const
+{
+    // Cairo stays in charge of what this does not cover: dashes, strokes whose pen a transform
+    // stretches, and operators that reach beyond the shape.
+    if (cairo_get_operator(cr) != CAIRO_OPERATOR_OVER)
+        return false;
+    if (!shape.stroke) {
+        // A font's glyphs, which are drawn to be filled so, or one convex outline: elsewhere,
+        // where the rasterizer sums windings a crossing would show.
+        bool simple = shape.glyphs || (path.subpaths.size() == 1 && path.subpaths[0].totalTurning(true) <= 2 * M_PI + 1e-6);
+        return simple && paintCoverage(cr, outlineOf(path), shape.fillRule);
+    }
+    const AffineTransform& m = state_.transform;
+    double scaleX = std::hypot(m.a, m.b), scaleY = std::hypot(m.c, m.d);
+    bool uniform = std::fabs(scaleX - scaleY) <= 1e-9 * scaleX && std::fabs(m.a * m.c + m.b * m.d) <= 1e-9 * scaleX * scaleY;
+    // Separate subpaths may cross, and the edges of their overlap would come out too dark.
+    if (!uniform || hasDashes() || path.subpaths.size() != 1)
+        return false;
+    StrokeGeometry geometry{state_.lineWidth * scaleX / 2, to_cairo_line_cap(state_.lineCap), to_cairo_line_join(state_.lineJoin),
+                            state_.miterLimit, cairo_get_tolerance(cr)};
+    auto outline = strokeOutline(path, geometry);
+    return outline && paintCoverage(cr, *outline, CAIRO_FILL_RULE_WINDING);
+}
+
+bool CanvasPainter::hasDashes() const
+{
+    double total = 0;
+    for (double segment : state_.lineDash)
+        total += segment;
+    return !state_.lineDash.empty() && total > 0 && std::isfinite(total);
+}
+
+void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, std::span<const cairo_path_data_t> data) const
+{
+    // Straight-edged fills stay with Cairo, which draws them faster still; everything else is
+    // flattened once, for a coverage mask or for a long stroke's pieces.
+    bool flatten = shape.stroke || shape.glyphs || containsCurves(data);
+    FlattenedPath path = flatten ? flattenPath(data, cairo_get_tolerance(cr)) : FlattenedPath{};
+    if (flatten && paintByCoverage(cr, shape, path)) {
+        cairo_new_path(cr);
+        return;
+    }
+    if (shape.stroke) {
+        setStrokeStyle(cr);
+        if (needsPiecewiseStroke(path))
+            strokeInPieces(cr, path);
+        else
+            cairo_stroke(cr);
+    } else {
+        cairo_set_fill_rule(cr, shape.fillRule);
+        cairo_fill(cr);
+    }
+}

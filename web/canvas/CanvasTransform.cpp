@@ -1,0 +1,72 @@
+#include "web/canvas/CanvasRenderingContext2D.h"
+
+#include <cmath>
+
+namespace {
+
+bool finite(std::initializer_list<double> values)
+{
+    for (double v : values) {
+        if (!std::isfinite(v))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+void CanvasRenderingContext2D::scale(double x, double y)
+{
+    if (!finite({x, y}))
+        return;
+    state_.transform = state_.transform.multiply({x, 0, 0, y, 0, 0});
+}
+
+void CanvasRenderingContext2D::rotate(double angle)
+{
+    if (!finite({angle}))
+        return;
+    double c = std::cos(angle), s = std::sin(angle);
+    state_.transform = state_.transform.multiply({c, s, -s, c, 0, 0});
+}
+
+void CanvasRenderingContext2D::translate(double x, double y)
+{
+    if (!finite({x, y}))
+        return;
+    state_.transform = state_.transform.multiply(AffineTransform::translation(x, y));
+}
+
+void CanvasRenderingContext2D::transform(double a, double b, double c, double d, double e, double f)
+{
+    if (!finite({a, b, c, d, e, f}))
+        return;
+    state_.transform = state_.transform.multiply({a, b, c, d, e, f});
+}
+
+DOMMatrix CanvasRenderingContext2D::getTransform() const
+{
+    const AffineTransform& t = state_.transform;
+    return DOMMatrix(t.a, t.b, t.c, t.d, t.e, t.f);
+}
+
+void CanvasRenderingContext2D::setTransform(double a, double b, double c, double d, double e, double f)
+{
+    if (!finite({a, b, c, d, e, f}))
+        return;
+    state_.transform = {a, b, c, d, e, f};
+}
+
+ExceptionOr<void> CanvasRenderingContext2D::setTransform(const DOMMatrix2DInit& transform)
+{
+    DOMMatrix2DInit init = transform;
+    if (auto result = validateAndFixup(init); result.isException())
+        return result;
+    setTransform(*init.m11, *init.m12, *init.m21, *init.m22, *init.m41, *init.m42);
+    return {};
+}
+
+void CanvasRenderingContext2D::resetTransform()
+{
+    state_.transform = AffineTransform();
+}

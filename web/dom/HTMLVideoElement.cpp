@@ -1,0 +1,6 @@
+#include "web/dom/HTMLVideoElement.h"
+
+HTMLVideoElement::HTMLVideoElement()
+    : Element("video")
+{
+}
