@@ -75,8 +75,8 @@ std::string themeName(const PlistValue& stored)
 PlistDict bothStyles(PlistDict dark, const PlistDict& source)
 {
     PlistDict light = dark;
-    fillColours(dark, source, kLightKeys);
-    fillColours(light, source, kDarkKeys);
+    fillRenderColours(dark, source, 1);
+    fillRenderColours(light, source, 0);
     return PlistDict{{"lightSettings", std::move(light)}, {"darkSettings", std::move(dark)}};
 }
 
@@ -100,6 +100,11 @@ PlistDict getBatteryRenderSettingsForProfile(const PlistDict& profile)
     takeScript(style, themeName(theme ? *theme : loadPreferences().value_or(PlistDict()).value("theme")));
     takeFlips(style, profile, "flipX", "flipY");
     return bothStyles(std::move(style), profile);
+}
+
+void fillRenderColours(PlistDict& style, const PlistDict& settings, int appearance)
+{
+    fillColours(style, settings, appearance == 0 ? kDarkKeys : kLightKeys);
 }
 
 PlistDict getLightAndDarkColors()

@@ -12,6 +12,12 @@
 extern bool useSecondarySettings;
 
 PlistDict getBatteryRenderSettings();
+
+// The colours of one style as every preview builds them: the main and base colour read from
+// the settings (style 0, for light backgrounds, takes the "dark" keys; style 1 the "light"
+// ones), defaults for what is missing or unreadable, and the base following the main colour at
+// the shared alpha when sharing is on ("share" and "shareAlpha" are then set too).
+void fillRenderColours(PlistDict& style, const PlistDict& settings, int appearance);
 // For a profile's preview: a colour profile is shown with the current theme.
 PlistDict getBatteryRenderSettingsForProfile(const PlistDict& profile);
 PlistDict getLightAndDarkColors();

@@ -1,0 +1,249 @@
+// The indicator against real D-Bus services: UPower and power-profiles-daemon served by
+// python3-dbusmock on the private bus the test runs on (it stands for the system bus too).
+#include "indicator/AmpwellIndicator.h"
+
+#include "platform/core/DarwinNotifyCenter.h"
+#include "platform/core/PlistValue.h"
+#include "store/PreferencesStore.h"
+#include "support/RunProcess.h"
+#include "support/TemporaryRoot.h"
+
+#include "platform/core/PropertyListUpdate.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusInterface>
+#include <QDBusVariant>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QProcess>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+const QString kUPower = QStringLiteral("org.freedesktop.UPower");
+const QString kProfiles = QStringLiteral("net.hadess.PowerProfiles");
+const std::string kIndicator = std::string(AMPWELL_BINARY_DIR) + "/indicator/ampwell-indicator";
+const std::string kAmpwell = std::string(AMPWELL_BINARY_DIR) + "/cli/ampwell";
+
+QApplication& application()
+{
+    // Both buses are the test's own private one.
+    if (const char* session = std::getenv("DBUS_SESSION_BUS_ADDRESS"))
+        setenv("DBUS_SYSTEM_BUS_ADDRESS", session, 1);
+    static int argc = 1;
+    static char name[] = "indicator-tests";
+    static char* argv[] = {name, nullptr};
+    static QApplication* made = new QApplication(argc, argv);
+    return *made;
+}
+
+// The same pixels, whatever the two files' formats and colour spaces.
+bool samePixels(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            if (a.pixelColor(x, y).rgba() != b.pixelColor(x, y).rgba())
+                return false;
+    return true;
+}
+
+bool waitFor(const std::function<bool()>& done, int milliseconds = 10000)
+{
+    QElapsedTimer waited;
+    waited.start();
+    while (!done() && waited.elapsed() < milliseconds)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    return done();
+}
+
+// One dbusmock service, stopped with the object.
+class MockService {
+public:
+    MockService(const QString& templateName, const QString& busName) : busName_(busName)
+    {
+        process_.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-m"), QStringLiteral("dbusmock"),
+                                                             QStringLiteral("--template"), templateName});
+        waitFor([this] { return registered(); });
+    }
+    ~MockService() { stop(); }
+    void stop()
+    {
+        process_.terminate();
+        process_.waitForFinished(5000);
+        waitFor([this] { return !registered(); });
+    }
+    bool registered() const
+    {
+        return QDBusConnection::systemBus().interface()->isServiceRegistered(busName_).value();
+    }
+
+private:
+    QString busName_;
+    QProcess process_;
+};
+
+class IndicatorBusTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        application();
+        ASSERT_TRUE(QDBusConnection::systemBus().isConnected()) << "the test needs a bus (dbus-run-session)";
+        upower_ = std::make_unique<MockService>(QStringLiteral("upower"), kUPower);
+        profiles_ = std::make_unique<MockService>(QStringLiteral("power_profiles_daemon"), kProfiles);
+        ASSERT_TRUE(upower_->registered()) << "python3-dbusmock did not start";
+        root_.makeFolder("/var/mobile/Library/Preferences");
+        setSettings({{"enabled", PlistValue(true)}});
+    }
+
+    void setSettings(const PlistDict& changes)
+    {
+        updatePropertyListFile(preferencesPath(), MissingFilePolicy::StartEmpty,
+                               [&](PlistDict& file) { file.addEntriesFrom(changes); });
+    }
+    void setBattery(double percentage, unsigned state, qint64 secondsToEmpty = 0)
+    {
+        QVariantMap properties{{QStringLiteral("IsPresent"), true},
+                               {QStringLiteral("Percentage"), percentage},
+                               {QStringLiteral("State"), QVariant::fromValue(state)},
+                               {QStringLiteral("TimeToEmpty"), QVariant::fromValue(secondsToEmpty)}};
+        QDBusInterface mock(kUPower, QStringLiteral("/org/freedesktop/UPower"), QStringLiteral("org.freedesktop.DBus.Mock"),
+                            QDBusConnection::systemBus());
+        QDBusMessage reply = mock.call(QStringLiteral("SetDeviceProperties"),
+                                       QVariant::fromValue(QDBusObjectPath(QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"))),
+                                       properties);
+        ASSERT_NE(reply.type(), QDBusMessage::ErrorMessage) << reply.errorMessage().toStdString();
+    }
+    void setProfile(const QString& profile)
+    {
+        QDBusInterface properties(kProfiles, QStringLiteral("/net/hadess/PowerProfiles"),
+                                  QStringLiteral("org.freedesktop.DBus.Properties"), QDBusConnection::systemBus());
+        QDBusMessage reply = properties.call(QStringLiteral("Set"), kProfiles, QStringLiteral("ActiveProfile"),
+                                             QVariant::fromValue(QDBusVariant(profile)));
+        ASSERT_NE(reply.type(), QDBusMessage::ErrorMessage) << reply.errorMessage().toStdString();
+    }
+    // Runs a program with the test's buses and root; its standard output.
+    std::string run(const std::string& program, const std::vector<std::string>& arguments, int* status = nullptr)
+    {
+        std::vector<std::string> words{"--root", root_.folder()};
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        ProcessResult result = runProcess(program, words, {{"QT_QPA_PLATFORM", "offscreen"}});
+        if (status)
+            *status = result.status;
+        return result.out;
+    }
+
+    TemporaryRoot root_;
+    std::unique_ptr<MockService> upower_;
+    std::unique_ptr<MockService> profiles_;
+};
+
+TEST_F(IndicatorBusTest, FollowsTheBatteryAndThePowerProfileAsTheyChange)
+{
+    setBattery(80, 2);
+    AmpwellIndicator indicator;
+    QSignalSpy redrawn(&indicator, &AmpwellIndicator::iconChanged);
+    EXPECT_EQ(indicator.state().level, 80);
+    EXPECT_FALSE(indicator.state().charging);
+
+    setBattery(15, 2, 3000);
+    ASSERT_TRUE(waitFor([&] { return indicator.state().level == 15; }));
+    EXPECT_TRUE(indicator.state().low);
+    EXPECT_EQ(indicator.state().role, ThemeRole::Secondary);
+    EXPECT_EQ(indicator.tooltip().toStdString(), "15 % — 50 min until empty");
+    EXPECT_GE(redrawn.count(), 1);
+
+    int before = redrawn.count();
+    setBattery(15, 1);
+    ASSERT_TRUE(waitFor([&] { return indicator.state().charging; }));
+    EXPECT_GT(redrawn.count(), before);
+
+    EXPECT_FALSE(indicator.state().lowPowerMode);
+    setProfile(QStringLiteral("power-saver"));
+    ASSERT_TRUE(waitFor([&] { return indicator.state().lowPowerMode; }));
+
+    // Without UPower there is no battery; the theme shows a full one.
+    upower_->stop();
+    ASSERT_TRUE(waitFor([&] { return !indicator.state().batteryPresent; }));
+    EXPECT_EQ(indicator.state().level, 100);
+    EXPECT_EQ(indicator.tooltip().toStdString(), "No battery");
+    profiles_->stop();
+    ASSERT_TRUE(waitFor([&] { return !indicator.state().lowPowerMode; }));
+}
+
+TEST_F(IndicatorBusTest, ASettingsChangeRedrawsAtOnceAndAVanishedFileKeepsThePicture)
+{
+    setBattery(60, 2);
+    AmpwellIndicator indicator;
+    QSignalSpy redrawn(&indicator, &AmpwellIndicator::iconChanged);
+    QImage before = indicator.icon();
+    setSettings({{"darkColor", PlistValue("#ff0000")}});
+    postDarwinNotification(kSettingsChangedNotification);
+    UIColor red = UIColor::colorWithRedGreenBlueAlpha(1, 0, 0, 1);
+    ASSERT_TRUE(waitFor([&] { return indicator.state().color == red; }, 5000)) << indicatorStateJSON(indicator.state(), 22, 1);
+    EXPECT_FALSE(samePixels(indicator.icon(), before));
+
+    QImage redIcon = indicator.icon();
+    int redraws = redrawn.count();
+    std::remove(preferencesPath().c_str());
+    postDarwinNotification(kSettingsChangedNotification);
+    ASSERT_TRUE(waitFor([&] { return redrawn.count() > redraws; }, 5000));
+    EXPECT_EQ(indicator.state().color, red);
+    EXPECT_TRUE(samePixels(indicator.icon(), redIcon));
+}
+
+TEST_F(IndicatorBusTest, TheReportedStateAndTheIconAgreeWithTheCommandsRender)
+{
+    setBattery(15, 2);
+    setSettings({{"lowLevel", PlistValue(20)}, {"useSecondTheme", PlistValue(true)}, {"secondThemeLimit", PlistValue(20)}});
+    std::string state = run(kIndicator, {"--print-state", "--appearance", "light", "--scale", "1"});
+    EXPECT_NE(state.find("\"level\": 15"), std::string::npos) << state;
+    EXPECT_NE(state.find("\"low\": true"), std::string::npos) << state;
+    EXPECT_NE(state.find("\"themeRole\": \"secondary\""), std::string::npos) << state;
+    EXPECT_NE(state.find("\"theme\": \"Amp Bar-Thin\""), std::string::npos) << state;
+
+    std::string icon = root_.folder() + "/icon.png";
+    std::string battery = root_.folder() + "/battery.png";
+    int status = -1;
+    run(kIndicator, {"--once", "-o", icon, "--appearance", "light", "--scale", "1"}, &status);
+    ASSERT_EQ(status, 0);
+    run(kAmpwell, {"render", "--theme", "Amp Bar-Thin", "--height", "22", "--scale", "1", "--level", "15", "--low",
+                   "--color", "#000000", "--base-color", "#00000055", "-o", battery}, &status);
+    ASSERT_EQ(status, 0);
+    // The percentage hides with the secondary theme and nothing charges: the icon is the battery.
+    QImage drawn(QString::fromStdString(icon));
+    QImage expected(QString::fromStdString(battery));
+    ASSERT_FALSE(drawn.isNull());
+    EXPECT_TRUE(samePixels(drawn, expected)) << drawn.width() << "x" << drawn.height() << " against " << expected.width()
+                                             << "x" << expected.height() << "\n" << state;
+}
+
+TEST_F(IndicatorBusTest, OneIndicatorASession)
+{
+    QProcess first;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    first.setProcessEnvironment(environment);
+    first.start(QString::fromStdString(kIndicator), {QStringLiteral("--root"), QString::fromStdString(root_.folder())});
+    ASSERT_TRUE(waitFor([] {
+        return QDBusConnection::sessionBus().interface()->isServiceRegistered(QStringLiteral("com.mossgate.ampwell.Indicator")).value();
+    }));
+    int status = -1;
+    std::string said = run(kIndicator, {}, &status);
+    EXPECT_EQ(status, 0);
+    EXPECT_NE(said.find("already running"), std::string::npos);
+    EXPECT_EQ(first.state(), QProcess::Running);
+    first.terminate();
+    first.waitForFinished(5000);
+}
+
+} // namespace
