@@ -19,6 +19,9 @@
 #include <QImage>
 #include <QProcess>
 #include <QSignalSpy>
+#include <QPainter>
+#include <QDBusArgument>
+#include <QDBusMetaType>
 
 #include <gtest/gtest.h>
 
@@ -244,6 +247,146 @@ TEST_F(IndicatorBusTest, OneIndicatorASession)
     EXPECT_EQ(first.state(), QProcess::Running);
     first.terminate();
     first.waitForFinished(5000);
+}
+
+// A tray on the session bus: dbusmock as the StatusNotifierWatcher that items register with.
+class MockTray {
+public:
+    MockTray()
+    {
+        process_.start(QStringLiteral("/usr/bin/python3"),
+                       {QStringLiteral("-m"), QStringLiteral("dbusmock"), kWatcher, QStringLiteral("/StatusNotifierWatcher"),
+                        kWatcher});
+        waitFor([] { return QDBusConnection::sessionBus().interface()->isServiceRegistered(kWatcher).value(); });
+        QDBusInterface mock(kWatcher, QStringLiteral("/StatusNotifierWatcher"), QStringLiteral("org.freedesktop.DBus.Mock"));
+        mock.call(QStringLiteral("AddMethod"), kWatcher, QStringLiteral("RegisterStatusNotifierItem"), QStringLiteral("s"),
+                  QString(), QString());
+        mock.call(QStringLiteral("AddProperty"), kWatcher, QStringLiteral("IsStatusNotifierHostRegistered"),
+                  QVariant::fromValue(QDBusVariant(true)));
+        mock.call(QStringLiteral("AddProperty"), kWatcher, QStringLiteral("ProtocolVersion"),
+                  QVariant::fromValue(QDBusVariant(0)));
+    }
+    ~MockTray()
+    {
+        process_.terminate();
+        process_.waitForFinished(5000);
+    }
+    // The bus name of the item that registered last, or "".
+    QString registeredItem()
+    {
+        QDBusInterface mock(kWatcher, QStringLiteral("/StatusNotifierWatcher"), QStringLiteral("org.freedesktop.DBus.Mock"));
+        QDBusMessage reply = mock.call(QStringLiteral("GetMethodCalls"), QStringLiteral("RegisterStatusNotifierItem"));
+        const QDBusArgument calls = reply.arguments().value(0).value<QDBusArgument>();
+        QString item;
+        calls.beginArray();
+        while (!calls.atEnd()) {
+            qulonglong time = 0;
+            QVariantList arguments;
+            calls.beginStructure();
+            calls >> time >> arguments;
+            calls.endStructure();
+            if (!arguments.isEmpty()) {
+                QVariant first = arguments.front();
+                item = first.canConvert<QDBusVariant>() ? first.value<QDBusVariant>().variant().toString() : first.toString();
+            }
+        }
+        calls.endArray();
+        return item;
+    }
+    static inline const QString kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+
+private:
+    QProcess process_;
+};
+
+// The largest picture an item offers as its icon, from its IconPixmap property.
+QImage itemIcon(const QString& item)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(item, QStringLiteral("/StatusNotifierItem"),
+                                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call << QStringLiteral("org.kde.StatusNotifierItem") << QStringLiteral("IconPixmap");
+    QDBusMessage reply = QDBusConnection::sessionBus().call(call);
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return {};
+    const QDBusArgument pixmaps = reply.arguments().value(0).value<QDBusVariant>().variant().value<QDBusArgument>();
+    QImage best;
+    pixmaps.beginArray();
+    while (!pixmaps.atEnd()) {
+        int width = 0, height = 0;
+        QByteArray bytes;
+        pixmaps.beginStructure();
+        pixmaps >> width >> height >> bytes;
+        pixmaps.endStructure();
+        if (width <= 0 || height <= 0 || bytes.size() != width * height * 4 || width * height <= best.width() * best.height())
+            continue;
+        // ARGB, most significant byte first.
+        QImage image(width, height, QImage::Format_ARGB32);
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x) {
+                const auto* p = reinterpret_cast<const unsigned char*>(bytes.constData()) + (y * width + x) * 4;
+                image.setPixel(x, y, qRgba(p[1], p[2], p[3], p[0]));
+            }
+        best = image;
+    }
+    pixmaps.endArray();
+    return best;
+}
+
+// Tray items are square: a wider icon travels centred in a square of its width.
+QImage squared(const QImage& icon)
+{
+    int side = std::max(icon.width(), icon.height());
+    QImage square(side, side, QImage::Format_ARGB32);
+    square.fill(Qt::transparent);
+    QPainter painter(&square);
+    painter.drawImage(QPoint((side - icon.width()) / 2, (side - icon.height()) / 2), icon);
+    return square;
+}
+
+TEST_F(IndicatorBusTest, RegistersWithTheTrayAndItsIconFollowsTheSettings)
+{
+    // Qt offers its D-Bus tray item on a real display only: an X server of the test's own.
+    QProcess xServer;
+    xServer.start(QStringLiteral("Xvfb"), {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                                          QStringLiteral("0"), QStringLiteral("640x480x24"), QStringLiteral("-nolisten"),
+                                          QStringLiteral("tcp")});
+    if (!xServer.waitForStarted(5000))
+        GTEST_SKIP() << "no Xvfb to show the tray item on";
+    // Xvfb names the display it took once it is ready.
+    waitFor([&] { return xServer.canReadLine() || xServer.state() != QProcess::Running; });
+    QString display = QStringLiteral(":") + QString::fromLatin1(xServer.readLine()).trimmed();
+    ASSERT_NE(display, QStringLiteral(":")) << "Xvfb did not start";
+    setBattery(55, 2);
+    MockTray tray;
+    QProcess indicator;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.insert(QStringLiteral("DISPLAY"), display);
+    indicator.setProcessEnvironment(environment);
+    indicator.start(QString::fromStdString(kIndicator), {QStringLiteral("--root"), QString::fromStdString(root_.folder())});
+    ASSERT_TRUE(waitFor([&] { return !tray.registeredItem().isEmpty(); })) << "the item never registered";
+    QString item = tray.registeredItem();
+
+    auto onceIcon = [&] {
+        std::string path = root_.folder() + "/once.png";
+        run(kIndicator, {"--once", "-o", path});
+        return QImage(QString::fromStdString(path));
+    };
+    QImage shown;
+    ASSERT_TRUE(waitFor([&] { shown = itemIcon(item); return !shown.isNull(); }));
+    EXPECT_TRUE(samePixels(shown, squared(onceIcon())));
+
+    // A change of colour, announced as the settings page announces it, reaches the tray.
+    QImage before = shown;
+    setSettings({{"darkColor", PlistValue("#ff0000")}, {"lightColor", PlistValue("#ff0000")}});
+    postDarwinNotification(kSettingsChangedNotification);
+    EXPECT_TRUE(waitFor([&] { shown = itemIcon(item); return !samePixels(shown, before); }, 1000));
+    EXPECT_TRUE(samePixels(shown, squared(onceIcon())));
+
+    indicator.terminate();
+    indicator.waitForFinished(5000);
+    xServer.terminate();
+    xServer.waitForFinished(5000);
 }
 
 } // namespace
