@@ -103,6 +103,12 @@ void AmpwellIndicator::showInTray()
     }
 }
 
+void AmpwellIndicator::setOverrides(const IndicatorOverrides& overrides)
+{
+    overrides_ = overrides;
+    refresh();
+}
+
 void AmpwellIndicator::trayAppeared()
 {
     if (!tray_)

@@ -45,6 +45,8 @@ public:
 
     // Puts the icon in the tray (and waits for a tray if there is none yet).
     void showInTray();
+    // Fixes parts of the state instead of asking the system, and draws again.
+    void setOverrides(const IndicatorOverrides& overrides);
 
     BatteryState battery() const;
     IndicatorState state() const;

@@ -130,6 +130,9 @@ int main(int argc, char** argv)
         std::cerr << "ampwell-indicator: " << *problem << "\n\n" << kUsage;
         return 2;
     }
+    // The icon is drawn now and then, never in a loop: the script engine's interpreter serves,
+    // and its compilers' code and memory stay out of what the idle program holds.
+    setenv("JSC_useJIT", "0", 0);
     bool oneShot = options.once || options.printState;
     // A picture or a report needs no screen.
     if (oneShot && !hasDisplay())
