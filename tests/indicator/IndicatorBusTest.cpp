@@ -1,6 +1,7 @@
 // The indicator against real D-Bus services: UPower and power-profiles-daemon served by
 // python3-dbusmock on the private bus the test runs on (it stands for the system bus too).
 #include "indicator/AmpwellIndicator.h"
+#include "render/QLAWBatteryRenderer.h"
 
 #include "platform/core/DarwinNotifyCenter.h"
 #include "platform/core/PlistValue.h"
@@ -202,6 +203,25 @@ TEST_F(IndicatorBusTest, ASettingsChangeRedrawsAtOnceAndAVanishedFileKeepsThePic
     ASSERT_TRUE(waitFor([&] { return redrawn.count() > redraws; }, 5000));
     EXPECT_EQ(indicator.state().color, red);
     EXPECT_TRUE(samePixels(indicator.icon(), redIcon));
+}
+
+TEST_F(IndicatorBusTest, AFailingThemeGivesWayToTheRingUntilItsFileChanges)
+{
+    setBattery(60, 2);
+    root_.writeFile("/var/mobile/Library/Preferences/Ampwell/Installed/Broken.js", "(c,g,l,m,e){throw new Error('no')}");
+    setSettings({{"theme", PlistValue("Broken")}, {"hidePerc", PlistValue(true)}});
+    AmpwellIndicator indicator;
+    std::uint64_t before = QLAWBatteryRenderer::evaluationCount();
+    indicator.refresh();
+    indicator.refresh();
+    // Only the built-in ring ran, once a refresh; the broken theme was not tried again.
+    EXPECT_EQ(QLAWBatteryRenderer::evaluationCount(), before + 2);
+    EXPECT_FALSE(indicator.icon().isNull());
+
+    root_.writeFile("/var/mobile/Library/Preferences/Ampwell/Installed/Broken.js", "(c,g,l,m,e){return 'nothing'}");
+    before = QLAWBatteryRenderer::evaluationCount();
+    indicator.refresh();
+    EXPECT_EQ(QLAWBatteryRenderer::evaluationCount(), before + 2); // the changed theme, then the ring
 }
 
 TEST_F(IndicatorBusTest, TheReportedStateAndTheIconAgreeWithTheCommandsRender)
