@@ -1,6 +1,7 @@
 #include "NewProfileFile.h"
 
 #include "platform/core/PropertyListFile.h"
+#include "platform/core/TemporaryFiles.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -45,8 +46,8 @@ NewProfileWrite writeNewProfile(const std::string& path, const PlistDict& profil
 
     // The staging file is made exclusively, so it never follows a link out of the folder; the
     // atomic write then replaces it with the finished content.
-    std::string staging = path + ".XXXXXX";
-    static_assert(sizeof(".XXXXXX") - 1 + sizeof(".XXXXXX") - 1 == kNewProfileStagingSuffixLength);
+    removeAbandonedTemporaries(path);
+    std::string staging = temporaryFilePattern(path);
     int fd = ::mkstemp(staging.data());
     if (fd < 0)
         return NewProfileWrite::Failed;

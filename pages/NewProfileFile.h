@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/PlistValue.h"
+#include "platform/core/TemporaryFiles.h"
 
 #include <cstddef>
 #include <string>
@@ -11,8 +12,9 @@ enum class NewProfileWrite {
     Failed, // nothing was written
 };
 
-// How much longer than the profile's file name the names of its temporary files get.
-inline constexpr std::size_t kNewProfileStagingSuffixLength = 14;
+// How much longer than the profile's file name the names of its temporary files get: the
+// staging file's, and the one it is written through.
+inline constexpr std::size_t kNewProfileStagingSuffixLength = 2 * kTemporarySuffixLength;
 
 // Writes a profile that must not replace anything: the file appears whole under the path or
 // not at all, and a file that holds the name already, or takes it while this one is being

@@ -1,5 +1,7 @@
 #include "PropertyListFile.h"
 
+#include "TemporaryFiles.h"
+
 #include "PropertyListSafety.h"
 
 #include <plist/plist.h>
@@ -260,7 +262,8 @@ bool writePropertyListAtomically(const std::string& path, const PlistValue& valu
     if (!xml)
         return fail(error, "the value holds something a property list cannot store");
 
-    std::string temporary = path + ".XXXXXX";
+    removeAbandonedTemporaries(path);
+    std::string temporary = temporaryFilePattern(path);
     int fd = ::mkstemp(temporary.data());
     if (fd < 0)
         return fail(error, "cannot create a file in " + folderOf(path) + ": " + std::strerror(errno));

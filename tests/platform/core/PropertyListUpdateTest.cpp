@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -82,4 +85,46 @@ TEST_F(PropertyListUpdate, ConcurrentWriterProcessesLoseNoKeys)
     std::optional<PlistDict> dict = readPropertyListDictionary(path);
     ASSERT_TRUE(dict);
     EXPECT_EQ(dict->size(), 1u + kWriters * kWrites);
+}
+
+TEST_F(PropertyListUpdate, WritersKilledMidWriteLeaveNothingBehindAfterTheNextWrite)
+{
+    PlistDict big;
+    for (int i = 0; i < 3000; ++i)
+        big.set("key" + std::to_string(i), std::string(40, 'x'));
+    ASSERT_TRUE(writePropertyListAtomically(path, big));
+    std::string copy = path + ".corrupt.20260101T000000";
+    { std::ofstream(copy) << "kept"; }
+    std::string neighbour = root.folder() + "/other.plist.writing-1-abcdef"; // another file's
+    { std::ofstream(neighbour) << "kept"; }
+
+    int killedWhileWriting = 0;
+    for (int round = 0; round < 300; ++round) {
+        pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (;;)
+                updatePropertyListFile(path, MissingFilePolicy::WriteNothing, [&](PlistDict& dict) {
+                    dict.set("round", round);
+                });
+        }
+        ::usleep(static_cast<useconds_t>(200 + (round * 37) % 3000));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        for (const auto& entry : std::filesystem::directory_iterator(root.folder()))
+            if (entry.path().filename().string().starts_with("settings.plist.writing-")) {
+                ++killedWhileWriting;
+                break;
+            }
+    }
+    // Most rounds leave a temporary behind; the next write takes them all away.
+    EXPECT_GT(killedWhileWriting, 0);
+    set(MissingFilePolicy::WriteNothing, "after", true);
+    std::vector<std::string> left;
+    for (const auto& entry : std::filesystem::directory_iterator(root.folder()))
+        left.push_back(entry.path().filename().string());
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, (std::vector<std::string>{"other.plist.writing-1-abcdef", "settings.plist",
+                                              "settings.plist.corrupt.20260101T000000", "settings.plist.lock"}));
+    EXPECT_EQ(readPropertyListDictionary(path)->value("after"), PlistValue(true));
 }
