@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::string_view kMarker = ".writing-";
+constexpr std::string_view kMarker = ".tmp-";
 
 // The process a temporary's name names, or 0 when the name is not a temporary's.
 pid_t writerOf(std::string_view name, std::string_view file)

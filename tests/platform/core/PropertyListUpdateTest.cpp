@@ -95,7 +95,7 @@ TEST_F(PropertyListUpdate, WritersKilledMidWriteLeaveNothingBehindAfterTheNextWr
     ASSERT_TRUE(writePropertyListAtomically(path, big));
     std::string copy = path + ".corrupt.20260101T000000";
     { std::ofstream(copy) << "kept"; }
-    std::string neighbour = root.folder() + "/other.plist.writing-1-abcdef"; // another file's
+    std::string neighbour = root.folder() + "/other.plist.tmp-1-abcdef"; // another file's
     { std::ofstream(neighbour) << "kept"; }
 
     int killedWhileWriting = 0;
@@ -112,7 +112,7 @@ TEST_F(PropertyListUpdate, WritersKilledMidWriteLeaveNothingBehindAfterTheNextWr
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         for (const auto& entry : std::filesystem::directory_iterator(root.folder()))
-            if (entry.path().filename().string().starts_with("settings.plist.writing-")) {
+            if (entry.path().filename().string().starts_with("settings.plist.tmp-")) {
                 ++killedWhileWriting;
                 break;
             }
@@ -124,7 +124,7 @@ TEST_F(PropertyListUpdate, WritersKilledMidWriteLeaveNothingBehindAfterTheNextWr
     for (const auto& entry : std::filesystem::directory_iterator(root.folder()))
         left.push_back(entry.path().filename().string());
     std::sort(left.begin(), left.end());
-    EXPECT_EQ(left, (std::vector<std::string>{"other.plist.writing-1-abcdef", "settings.plist",
+    EXPECT_EQ(left, (std::vector<std::string>{"other.plist.tmp-1-abcdef", "settings.plist",
                                               "settings.plist.corrupt.20260101T000000", "settings.plist.lock"}));
     EXPECT_EQ(readPropertyListDictionary(path)->value("after"), PlistValue(true));
 }
