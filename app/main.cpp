@@ -41,7 +41,8 @@ constexpr const char* kUsage =
     "  --page CLASS             the page to draw (default: the main page; e.g. QLAWCreditsController)\n"
     "  --scale N                device pixels per point of the picture (default: 2)\n"
     "  --system-version VERSION the system version the pages believe they run on (default: 16.0)\n"
-    "  --idiom phone|pad        the device the pages believe they run on (default: phone)\n\n"
+    "  --idiom phone|pad        the device the pages believe they run on (default: phone)\n"
+    "  --version                print the version and exit\n\n"
     "Keys: arrows move between rows, Enter opens, Space toggles, Escape or Alt+Left goes back.\n"
     "Without a display it writes main.png and credits.png into the current folder instead.\n";
 
@@ -139,11 +140,16 @@ int main(int argc, char** argv)
 {
     Options options;
     std::vector<std::string> words(argv + 1, argv + argc);
-    for (const std::string& word : words)
+    for (const std::string& word : words) {
+        if (word == "--version") {
+            std::cout << "ampwell-settings " AMPWELL_VERSION "\n";
+            return 0;
+        }
         if (word == "--help" || word == "-h") {
             std::cout << kUsage;
             return 0;
         }
+    }
     if (std::optional<std::string> problem = parse(words, &options)) {
         std::cerr << "ampwell-settings: " << *problem << "\n\n" << kUsage;
         return 2;

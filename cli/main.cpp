@@ -21,7 +21,8 @@ std::vector<Command> allCommands()
 
 void printOverview(const std::vector<Command>& commands)
 {
-    std::cout << "Usage: ampwell [--root DIR] COMMAND [ARGS] [--help]\n\n"
+    std::cout << "Usage: ampwell [--root DIR] COMMAND [ARGS] [--help]\n"
+                 "       ampwell --version\n\n"
                  "Reads and changes the settings of Ampwell, the battery indicator.\n\n"
                  "Commands:\n";
     for (const Command& command : commands)
@@ -68,6 +69,10 @@ int main(int argc, char** argv)
     if (!problem.empty()) {
         std::cerr << "ampwell: " << problem << "\n";
         return 2;
+    }
+    if (!words.empty() && words[0] == "--version") {
+        std::cout << "ampwell " AMPWELL_VERSION "\n";
+        return 0;
     }
     if (words.empty() || words[0] == "--help" || words[0] == "-h" || words[0] == "help") {
         printOverview(commands);

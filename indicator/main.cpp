@@ -29,7 +29,8 @@ constexpr const char* kUsage =
     "  --root DIR          the folder the settings live in (default: $AMPWELL_ROOT, else\n"
     "                      $XDG_DATA_HOME/ampwell/root)\n"
     "  --once -o FILE.png  write the icon it would show now and exit\n"
-    "  --print-state       print the level, flags, theme and colours it would use, as JSON\n\n"
+    "  --print-state       print the level, flags, theme and colours it would use, as JSON\n"
+    "  --version           print the version and exit\n\n"
     "STATE (instead of what UPower and power-profiles-daemon say):\n"
     "  --level N           charge level 0..100      --charging | --discharging | --full\n"
     "  --no-battery        as on a desktop machine  --lpm | --no-lpm (power saver profile)\n"
@@ -120,11 +121,16 @@ bool hasDisplay()
 int main(int argc, char** argv)
 {
     std::vector<std::string> words(argv + 1, argv + argc);
-    for (const std::string& word : words)
+    for (const std::string& word : words) {
+        if (word == "--version") {
+            std::cout << "ampwell-indicator " AMPWELL_VERSION "\n";
+            return 0;
+        }
         if (word == "--help" || word == "-h") {
             std::cout << kUsage;
             return 0;
         }
+    }
     Options options;
     if (std::optional<std::string> problem = parse(words, &options)) {
         std::cerr << "ampwell-indicator: " << *problem << "\n\n" << kUsage;

@@ -1,10 +1,13 @@
 #include "NSBundle.h"
 
+#include "platform/core/InstalledData.h"
+
 #include "StringsFile.h"
 
 #include "platform/core/UIScreen.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 
 #include <algorithm>
@@ -55,7 +58,14 @@ NSBundle::NSBundle(std::string folder) : folder_(std::move(folder)) {}
 
 NSBundle& NSBundle::mainBundle()
 {
-    static NSBundle bundle(":/bundle");
+    // An installation's bundle folder, where a translation can be added without a rebuild;
+    // else the copy built into the program.
+    static NSBundle bundle([] {
+        std::optional<std::string> data = installedDataFolder();
+        if (data && QFileInfo(QString::fromStdString(*data + "/bundle")).isDir())
+            return *data + "/bundle";
+        return std::string(":/bundle");
+    }());
     return bundle;
 }
 
