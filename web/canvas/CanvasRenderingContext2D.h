@@ -235,6 +235,8 @@ private:
     // A tiny context for hit testing, which must work even without a bitmap.
     cairo_t* scratchCairo();
     void paint(const CanvasShape& shape, const std::variant<const CanvasPaintStyle*, CanvasImagePaint>& source);
+    // A drawing that covers nothing but still takes part in compositing (CanvasPainter).
+    void compositeNothing();
     void fillOrStroke(std::span<const cairo_path_data_t> path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
     void addClip(std::vector<cairo_path_data_t> devicePath, CanvasFillRule fillRule);
     bool hitTest(std::span<const cairo_path_data_t> path, bool inUserSpace, double x, double y, bool stroke, CanvasFillRule fillRule);
