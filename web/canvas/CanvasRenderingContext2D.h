@@ -237,7 +237,9 @@ private:
     void paint(const CanvasShape& shape, const std::variant<const CanvasPaintStyle*, CanvasImagePaint>& source);
     // A drawing that covers nothing but still takes part in compositing (CanvasPainter).
     void compositeNothing();
-    void fillOrStroke(std::span<const cairo_path_data_t> path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
+    // Sets the current transform; a path carried over a change is no longer a lone line.
+    void changeTransform(const AffineTransform& transform);
+    void fillOrStroke(const CanvasPath& path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
     void addClip(std::vector<cairo_path_data_t> devicePath, CanvasFillRule fillRule);
     bool hitTest(std::span<const cairo_path_data_t> path, bool inUserSpace, double x, double y, bool stroke, CanvasFillRule fillRule);
     // Paints the path `appendText` adds in user space (glyph outlines) as a fill or a stroke.

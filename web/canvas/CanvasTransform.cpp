@@ -15,11 +15,20 @@ bool finite(std::initializer_list<double> values)
 
 } // namespace
 
+void CanvasRenderingContext2D::changeTransform(const AffineTransform& transform)
+{
+    // Browsers keep the path in user space and carry it over to a new transform; a line so
+    // carried is no longer a lone line (isLoneLine()) and fills like any path with no area.
+    if (transform != state_.transform)
+        forgetLoneLine();
+    state_.transform = transform;
+}
+
 void CanvasRenderingContext2D::scale(double x, double y)
 {
     if (!finite({x, y}))
         return;
-    state_.transform = state_.transform.multiply({x, 0, 0, y, 0, 0});
+    changeTransform(state_.transform.multiply({x, 0, 0, y, 0, 0}));
 }
 
 void CanvasRenderingContext2D::rotate(double angle)
@@ -27,21 +36,21 @@ void CanvasRenderingContext2D::rotate(double angle)
     if (!finite({angle}))
         return;
     double c = std::cos(angle), s = std::sin(angle);
-    state_.transform = state_.transform.multiply({c, s, -s, c, 0, 0});
+    changeTransform(state_.transform.multiply({c, s, -s, c, 0, 0}));
 }
 
 void CanvasRenderingContext2D::translate(double x, double y)
 {
     if (!finite({x, y}))
         return;
-    state_.transform = state_.transform.multiply(AffineTransform::translation(x, y));
+    changeTransform(state_.transform.multiply(AffineTransform::translation(x, y)));
 }
 
 void CanvasRenderingContext2D::transform(double a, double b, double c, double d, double e, double f)
 {
     if (!finite({a, b, c, d, e, f}))
         return;
-    state_.transform = state_.transform.multiply({a, b, c, d, e, f});
+    changeTransform(state_.transform.multiply({a, b, c, d, e, f}));
 }
 
 DOMMatrix CanvasRenderingContext2D::getTransform() const
@@ -54,7 +63,7 @@ void CanvasRenderingContext2D::setTransform(double a, double b, double c, double
 {
     if (!finite({a, b, c, d, e, f}))
         return;
-    state_.transform = {a, b, c, d, e, f};
+    changeTransform({a, b, c, d, e, f});
 }
 
 ExceptionOr<void> CanvasRenderingContext2D::setTransform(const DOMMatrix2DInit& transform)
@@ -68,5 +77,5 @@ ExceptionOr<void> CanvasRenderingContext2D::setTransform(const DOMMatrix2DInit& 
 
 void CanvasRenderingContext2D::resetTransform()
 {
-    state_.transform = AffineTransform();
+    changeTransform(AffineTransform());
 }
