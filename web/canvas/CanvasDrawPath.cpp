@@ -39,8 +39,9 @@ void setStrokeParameters(cairo_t* cr, const CanvasDrawingState& state)
 
 // Whether a stroke has anything to draw from. Browsers skip a stroke altogether, caps and
 // compositing included, when the points its segments pass through lie within a millionth of
-// a unit of each other, measured in single precision as they keep points; a start point that
-// no segment leaves does not count.
+// a unit of each other in single precision (a line a millionth long is skipped at x = 5,
+// where single precision rounds it shorter, and drawn at x = 0); a start point that no
+// segment leaves does not count.
 bool strokeHasExtent(std::span<const cairo_path_data_t> path)
 {
     constexpr float kNearlyZero = 1e-6f;

@@ -17,8 +17,9 @@ bool finite(std::initializer_list<double> values)
 
 void CanvasRenderingContext2D::changeTransform(const AffineTransform& transform)
 {
-    // Browsers keep the path in user space and carry it over to a new transform; a line so
-    // carried is no longer a lone line (isLoneLine()) and fills like any path with no area.
+    // A lone line (isLoneLine()) stops being one when the transform changes under it, even
+    // after its last point: browsers then fill it like any path with no area. Setting the
+    // same matrix again changes nothing.
     if (transform != state_.transform)
         forgetLoneLine();
     state_.transform = transform;
