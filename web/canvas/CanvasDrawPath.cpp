@@ -5,6 +5,8 @@
 #include "web/canvas/CanvasPainter.h"
 #include "web/canvas/Path2D.h"
 
+#include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 namespace {
@@ -35,6 +37,37 @@ void setStrokeParameters(cairo_t* cr, const CanvasDrawingState& state)
         cairo_set_dash(cr, nullptr, 0, 0);
 }
 
+// Whether a stroke has anything to draw from. Browsers skip a stroke altogether, caps and
+// compositing included, when the points its segments pass through lie within a millionth of
+// a unit of each other in single precision (a line a millionth long is skipped at x = 5,
+// where single precision rounds it shorter, and drawn at x = 0); a start point that no
+// segment leaves does not count.
+bool strokeHasExtent(std::span<const cairo_path_data_t> path)
+{
+    constexpr float kNearlyZero = 1e-6f;
+    auto single = [](double v) { return float(std::clamp(v, -double(FLT_MAX), double(FLT_MAX))); };
+    float minX = INFINITY, minY = INFINITY, maxX = -INFINITY, maxY = -INFINITY;
+    auto include = [&](const cairo_path_data_t& point) {
+        float x = single(point.point.x), y = single(point.point.y);
+        minX = std::min(minX, x), maxX = std::max(maxX, x);
+        minY = std::min(minY, y), maxY = std::max(maxY, y);
+    };
+    const cairo_path_data_t* start = nullptr;
+    for (std::size_t i = 0; i < path.size(); i += path[i].header.length) {
+        const auto& header = path[i].header;
+        if (header.type == CAIRO_PATH_MOVE_TO) {
+            start = &path[i + 1];
+            continue;
+        }
+        if (start)
+            include(*start);
+        start = nullptr;
+        for (int j = 1; j < header.length; ++j)
+            include(path[i + j]);
+    }
+    return maxX - minX >= kNearlyZero || maxY - minY >= kNearlyZero;
+}
+
 } // namespace
 
 void CanvasRenderingContext2D::beginPath()
@@ -42,17 +75,21 @@ void CanvasRenderingContext2D::beginPath()
     clearPath();
 }
 
-void CanvasRenderingContext2D::fillOrStroke(std::span<const cairo_path_data_t> path, bool inUserSpace, bool stroke,
-                                            CanvasFillRule fillRule)
+void CanvasRenderingContext2D::fillOrStroke(const CanvasPath& path, bool inUserSpace, bool stroke, CanvasFillRule fillRule)
 {
-    CanvasShape shape{path, inUserSpace, stroke, to_cairo_fill_rule(fillRule)};
+    // A path with no area still composites when filled (under copy it clears the canvas),
+    // except for the two kinds browsers skip: an empty path and a lone line. A stroke is
+    // skipped when it has no extent.
+    if (stroke ? !strokeHasExtent(path.pathData()) : path.isEmpty() || path.isLoneLine())
+        return;
+    CanvasShape shape{path.pathData(), inUserSpace, stroke, to_cairo_fill_rule(fillRule)};
     paint(shape, stroke ? &state_.strokeStyle : &state_.fillStyle);
 }
 
-void CanvasRenderingContext2D::fill(CanvasFillRule fillRule) { fillOrStroke(pathData(), false, false, fillRule); }
-void CanvasRenderingContext2D::fill(const Path2D& path, CanvasFillRule fillRule) { fillOrStroke(path.pathData(), true, false, fillRule); }
-void CanvasRenderingContext2D::stroke() { fillOrStroke(pathData(), false, true, CanvasFillRule::Nonzero); }
-void CanvasRenderingContext2D::stroke(const Path2D& path) { fillOrStroke(path.pathData(), true, true, CanvasFillRule::Nonzero); }
+void CanvasRenderingContext2D::fill(CanvasFillRule fillRule) { fillOrStroke(*this, false, false, fillRule); }
+void CanvasRenderingContext2D::fill(const Path2D& path, CanvasFillRule fillRule) { fillOrStroke(path, true, false, fillRule); }
+void CanvasRenderingContext2D::stroke() { fillOrStroke(*this, false, true, CanvasFillRule::Nonzero); }
+void CanvasRenderingContext2D::stroke(const Path2D& path) { fillOrStroke(path, true, true, CanvasFillRule::Nonzero); }
 
 void CanvasRenderingContext2D::addClip(std::vector<cairo_path_data_t> devicePath, CanvasFillRule fillRule)
 {

@@ -68,6 +68,7 @@ ExceptionOr<void> CanvasRenderingContext2D::endLayer()
         return DOMException{"InvalidStateError", "Called `endLayer()` with no matching `beginLayer()`."};
     Layer layer = std::move(layers_.back());
     layers_.pop_back();
+    changeTransform(stateStack_.back().transform);
     state_ = std::move(stateStack_.back());
     stateStack_.pop_back();
     releaseCairo();

@@ -191,6 +191,19 @@ void CanvasPainter::clear(const CanvasShape& shape)
     cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
 }
 
+void CanvasPainter::compositeNothing()
+{
+    // The source is transparent everywhere, and so is its shadow: source-over and its kind
+    // leave every pixel, while copy, source-in, source-out, destination-in and
+    // destination-atop make every pixel in the clip transparent.
+    if (!state_.transform.isInvertible() || !isUnboundedOperator(state_.globalCompositeOperation))
+        return;
+    setIdentity(cr_);
+    cairo_set_operator(cr_, CAIRO_OPERATOR_CLEAR);
+    cairo_paint(cr_);
+    cairo_set_operator(cr_, CAIRO_OPERATOR_OVER);
+}
+
 void CanvasPainter::paintShadow(const CanvasShape& shape, const CanvasPaintSource& source)
 {
     if (state_.globalCompositeOperation == CanvasCompositeOperation::Clear) {

@@ -56,6 +56,9 @@ public:
     void paint(const CanvasShape& shape, const CanvasPaintSource& source);
     // clearRect: transparent black under the shape, ignoring alpha, shadows and operator.
     void clear(const CanvasShape& shape);
+    // A drawing that covers nothing yet still composites, as a fillRect of zero width or
+    // text without glyphs does in browsers.
+    void compositeNothing();
 
     // Whether the state draws shadows at all.
     static bool drawsShadow(const CanvasDrawingState& state);

@@ -49,6 +49,7 @@ void CanvasPath::addMoveTo(Point p)
     }
     hasSubpath_ = true;
     subpathStart_ = lastPoint_ = p;
+    shape_ = Shape::Other;
 }
 
 void CanvasPath::addLineTo(Point p)
@@ -61,6 +62,7 @@ void CanvasPath::addLineTo(Point p)
     point.point = {p.x, p.y};
     data_.push_back(point);
     lastPoint_ = p;
+    shape_ = Shape::Other;
 }
 
 void CanvasPath::addCurveTo(Point c1, Point c2, Point p)
@@ -73,6 +75,7 @@ void CanvasPath::addCurveTo(Point c1, Point c2, Point p)
     element[3].point = {p.x, p.y};
     data_.insert(data_.end(), element, element + 4);
     lastPoint_ = p;
+    shape_ = Shape::Other;
 }
 
 void CanvasPath::ensureSubpath(double x, double y)
@@ -91,6 +94,13 @@ void CanvasPath::clearPath()
     data_.clear();
     lastElement_ = 0;
     hasSubpath_ = false;
+    shape_ = Shape::None;
+}
+
+void CanvasPath::forgetLoneLine()
+{
+    if (!data_.empty())
+        shape_ = Shape::Other;
 }
 
 void CanvasPath::closePath()
@@ -104,23 +114,28 @@ void CanvasPath::closePath()
         data_.push_back(header);
     }
     lastPoint_ = subpathStart_;
+    shape_ = Shape::Other;
 }
 
 void CanvasPath::moveTo(double x, double y)
 {
     if (!finite({x, y}) || !acceptsPathCalls())
         return;
+    Shape shape = shapeAfterMove();
     addMoveTo(mapped(x, y));
+    shape_ = shape;
 }
 
 void CanvasPath::lineTo(double x, double y)
 {
     if (!finite({x, y}) || !acceptsPathCalls())
         return;
+    Shape shape = shapeAfterLine();
     if (!hasSubpath_)
         addMoveTo(mapped(x, y));
     else
         addLineTo(mapped(x, y));
+    shape_ = shape;
 }
 
 void CanvasPath::quadraticCurveTo(double cpx, double cpy, double x, double y)
@@ -148,6 +163,14 @@ void CanvasPath::rect(double x, double y, double w, double h)
 {
     if (!finite({x, y, w, h}) || !acceptsPathCalls())
         return;
+    if (w == 0 && h == 0) {
+        // Browsers take a rectangle with no size for a start point alone: a stroke draws
+        // nothing there, and a lineTo() after it is the path's lone line.
+        Shape shape = shapeAfterMove();
+        addMoveTo(mapped(x, y));
+        shape_ = shape;
+        return;
+    }
     addMoveTo(mapped(x, y));
     addLineTo(mapped(x + w, y));
     addLineTo(mapped(x + w, y + h));
@@ -157,8 +180,10 @@ void CanvasPath::rect(double x, double y, double w, double h)
 
 void CanvasPath::appendPath(const CanvasPath& other, const AffineTransform& transform)
 {
-    if (other.data_.empty())
+    if (other.data_.empty()) {
+        forgetLoneLine();
         return;
+    }
     std::size_t first = data_.size();
     data_.insert(data_.end(), other.data_.begin(), other.data_.end());
     for (std::size_t i = first; i < data_.size(); i += data_[i].header.length) {

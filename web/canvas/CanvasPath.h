@@ -40,6 +40,10 @@ public:
 
     std::span<const cairo_path_data_t> pathData() const { return data_; }
     bool isEmpty() const { return data_.empty(); }
+    // Whether the path is one straight line made by moveTo() and lineTo() (or by lineTo() or a
+    // degenerate arc alone). Browsers fill such a path with nothing at all, leaving even what
+    // copy or destination-in would clear; other paths with no area still composite.
+    bool isLoneLine() const { return shape_ == Shape::Line; }
     // Adds the path to `cr`'s current path; the caller has set the matrix the data is meant for.
     void appendTo(cairo_t* cr) const;
 
@@ -57,6 +61,9 @@ protected:
     void clearPath();
     // Appends `other`'s data mapped by `transform`, as Path2D.addPath does.
     void appendPath(const CanvasPath& other, const AffineTransform& transform);
+    // For a path made from SVG data or a copy of another path: browsers never take it for a
+    // lone line, even when its data is one.
+    void forgetLoneLine();
 
 private:
     struct Point {
@@ -76,9 +83,18 @@ private:
 
     bool lastElementIs(cairo_path_data_type_t type) const;
 
+    // How the path was built, as far as isLoneLine() needs: a start point alone (moveTo()), a
+    // line from it (lineTo()), or anything else; None while it is empty.
+    enum class Shape { None, Start, Line, Other };
+    // What a moveTo() or a lineTo() call (or a call acting as one) makes of the path as it
+    // stands; the add functions mark every other change as Other.
+    Shape shapeAfterMove() const { return data_.empty() ? Shape::Start : Shape::Other; }
+    Shape shapeAfterLine() const { return data_.empty() || shape_ == Shape::Start ? Shape::Line : Shape::Other; }
+
     std::vector<cairo_path_data_t> data_;
     std::size_t lastElement_ = 0; // index of the last element's header
     bool hasSubpath_ = false;
     Point subpathStart_;
     Point lastPoint_;
+    Shape shape_ = Shape::None;
 };

@@ -114,9 +114,14 @@ ExceptionOr<void> CanvasPath::ellipse(double x, double y, double radiusX, double
             else
                 addMoveTo(p);
         };
+        Shape shape = data_.empty() ? Shape::Line : Shape::Other;
         lineToPoint(pointAt(startAngle));
-        if ((radiusX == 0 && radiusY == 0) || startAngle == endAngle)
+        if ((radiusX == 0 && radiusY == 0) || startAngle == endAngle) {
+            // An arc with nothing to sweep starting a path is taken for a line to its end
+            // point; after a start point, with the line joining it, it is more than one.
+            shape_ = shape;
             return {};
+        }
         if (!counterclockwise) {
             for (double angle = startAngle - std::fmod(startAngle, kHalfPi) + kHalfPi; angle < endAngle; angle += kHalfPi)
                 lineToPoint(pointAt(angle));

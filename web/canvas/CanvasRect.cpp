@@ -42,8 +42,15 @@ void CanvasRenderingContext2D::clearRect(double x, double y, double w, double h)
 
 void CanvasRenderingContext2D::fillRect(double x, double y, double w, double h)
 {
-    if (!finite(x, y, w, h) || w == 0 || h == 0)
+    if (!finite(x, y, w, h) || (w == 0 && h == 0))
         return;
+    if (w == 0 || h == 0) {
+        // Browsers skip only a rectangle with neither width nor height. A flat one fills no
+        // pixel but is still composited: under destination-in it clears the canvas, as a
+        // level bar masked to `width * level / 100` must show nothing at level 0.
+        compositeNothing();
+        return;
+    }
     auto path = rectanglePath(state_.transform, x, y, w, h);
     paint(CanvasShape{path, false, false}, &state_.fillStyle);
 }

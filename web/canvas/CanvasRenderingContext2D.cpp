@@ -88,3 +88,9 @@ void CanvasRenderingContext2D::paint(const CanvasShape& shape, const CanvasPaint
         return;
     CanvasPainter(cr, state_, targetArea(), drawingSpace()).paint(shape, source);
 }
+
+void CanvasRenderingContext2D::compositeNothing()
+{
+    if (cairo_t* cr = cairo())
+        CanvasPainter(cr, state_, targetArea(), drawingSpace()).compositeNothing();
+}

@@ -235,7 +235,11 @@ private:
     // A tiny context for hit testing, which must work even without a bitmap.
     cairo_t* scratchCairo();
     void paint(const CanvasShape& shape, const std::variant<const CanvasPaintStyle*, CanvasImagePaint>& source);
-    void fillOrStroke(std::span<const cairo_path_data_t> path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
+    // A drawing that covers nothing but still takes part in compositing (CanvasPainter).
+    void compositeNothing();
+    // Sets the current transform; a path carried over a change is no longer a lone line.
+    void changeTransform(const AffineTransform& transform);
+    void fillOrStroke(const CanvasPath& path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
     void addClip(std::vector<cairo_path_data_t> devicePath, CanvasFillRule fillRule);
     bool hitTest(std::span<const cairo_path_data_t> path, bool inUserSpace, double x, double y, bool stroke, CanvasFillRule fillRule);
     // Paints the path `appendText` adds in user space (glyph outlines) as a fill or a stroke.

@@ -17,6 +17,7 @@ ExceptionOr<void> CanvasRenderingContext2D::restore()
         return DOMException{"InvalidStateError", "Called `restore()` with no matching `save()` inside layer."};
     if (stateStack_.empty())
         return {};
+    changeTransform(stateStack_.back().transform);
     state_ = std::move(stateStack_.back());
     stateStack_.pop_back();
     return {};

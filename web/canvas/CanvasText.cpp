@@ -25,15 +25,19 @@ void CanvasRenderingContext2D::drawText(const std::function<void(cairo_t*)>& app
     if (path->status == CAIRO_STATUS_SUCCESS && path->num_data > 0) {
         CanvasShape shape{std::span<const cairo_path_data_t>(path->data, path->num_data), false, stroke, CAIRO_FILL_RULE_WINDING, true};
         paint(shape, stroke ? &state_.strokeStyle : &state_.fillStyle);
+    } else if (path->status == CAIRO_STATUS_SUCCESS) {
+        // Text with no glyph to draw (empty, spaces, a zero font size) is still composited in
+        // browsers, and clears the canvas under copy or destination-in.
+        compositeNothing();
     }
     cairo_path_destroy(path);
 }
 
 namespace {
 
-bool drawsText(std::string_view text, double x, double y, std::optional<double> maxWidth)
+bool drawsText(double x, double y, std::optional<double> maxWidth)
 {
-    if (!std::isfinite(x) || !std::isfinite(y) || text.empty())
+    if (!std::isfinite(x) || !std::isfinite(y))
         return false;
     return !maxWidth || (std::isfinite(*maxWidth) && *maxWidth > 0);
 }
@@ -42,13 +46,13 @@ bool drawsText(std::string_view text, double x, double y, std::optional<double> 
 
 void CanvasRenderingContext2D::fillText(std::string_view text, double x, double y, std::optional<double> maxWidth)
 {
-    if (drawsText(text, x, y, maxWidth))
+    if (drawsText(x, y, maxWidth))
         drawText([&](cairo_t* cr) { appendTextPath(cr, text, x, y, state_.text->style, maxWidth); }, false);
 }
 
 void CanvasRenderingContext2D::strokeText(std::string_view text, double x, double y, std::optional<double> maxWidth)
 {
-    if (drawsText(text, x, y, maxWidth))
+    if (drawsText(x, y, maxWidth))
         drawText([&](cairo_t* cr) { appendTextPath(cr, text, x, y, state_.text->style, maxWidth); }, true);
 }
 

@@ -15,11 +15,21 @@ bool finite(std::initializer_list<double> values)
 
 } // namespace
 
+void CanvasRenderingContext2D::changeTransform(const AffineTransform& transform)
+{
+    // A lone line (isLoneLine()) stops being one when the transform changes under it, even
+    // after its last point: browsers then fill it like any path with no area. Setting the
+    // same matrix again changes nothing.
+    if (transform != state_.transform)
+        forgetLoneLine();
+    state_.transform = transform;
+}
+
 void CanvasRenderingContext2D::scale(double x, double y)
 {
     if (!finite({x, y}))
         return;
-    state_.transform = state_.transform.multiply({x, 0, 0, y, 0, 0});
+    changeTransform(state_.transform.multiply({x, 0, 0, y, 0, 0}));
 }
 
 void CanvasRenderingContext2D::rotate(double angle)
@@ -27,21 +37,21 @@ void CanvasRenderingContext2D::rotate(double angle)
     if (!finite({angle}))
         return;
     double c = std::cos(angle), s = std::sin(angle);
-    state_.transform = state_.transform.multiply({c, s, -s, c, 0, 0});
+    changeTransform(state_.transform.multiply({c, s, -s, c, 0, 0}));
 }
 
 void CanvasRenderingContext2D::translate(double x, double y)
 {
     if (!finite({x, y}))
         return;
-    state_.transform = state_.transform.multiply(AffineTransform::translation(x, y));
+    changeTransform(state_.transform.multiply(AffineTransform::translation(x, y)));
 }
 
 void CanvasRenderingContext2D::transform(double a, double b, double c, double d, double e, double f)
 {
     if (!finite({a, b, c, d, e, f}))
         return;
-    state_.transform = state_.transform.multiply({a, b, c, d, e, f});
+    changeTransform(state_.transform.multiply({a, b, c, d, e, f}));
 }
 
 DOMMatrix CanvasRenderingContext2D::getTransform() const
@@ -54,7 +64,7 @@ void CanvasRenderingContext2D::setTransform(double a, double b, double c, double
 {
     if (!finite({a, b, c, d, e, f}))
         return;
-    state_.transform = {a, b, c, d, e, f};
+    changeTransform({a, b, c, d, e, f});
 }
 
 ExceptionOr<void> CanvasRenderingContext2D::setTransform(const DOMMatrix2DInit& transform)
@@ -68,5 +78,5 @@ ExceptionOr<void> CanvasRenderingContext2D::setTransform(const DOMMatrix2DInit& 
 
 void CanvasRenderingContext2D::resetTransform()
 {
-    state_.transform = AffineTransform();
+    changeTransform(AffineTransform());
 }

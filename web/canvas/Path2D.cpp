@@ -6,6 +6,7 @@
 Path2D::Path2D(std::string_view svgPathData)
 {
     appendSVGPathData(*this, svgPathData);
+    forgetLoneLine();
 }
 
 ExceptionOr<void> Path2D::addPath(const Path2D& path, const DOMMatrix2DInit& transform)

@@ -10,7 +10,9 @@
 class Path2D : public CanvasPath {
 public:
     Path2D() = default;
-    Path2D(const Path2D& other) = default;
+    // The copy draws as its source does, except that it is never a lone line (isLoneLine()):
+    // browsers fill a copied line like any path with no area.
+    Path2D(const Path2D& other) : CanvasPath(other) { forgetLoneLine(); }
     // SVG path data; drawing stops at the first error, as SVG renders a path up to the error.
     explicit Path2D(std::string_view svgPathData);
 
