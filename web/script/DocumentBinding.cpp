@@ -6,7 +6,6 @@
 #include "web/dom/MarkupName.h"
 #include "web/script/Bindings.h"
 #include "web/script/ElementBindings.h"
-#include "web/script/LayoutBindings.h"
 #include "web/script/Realm.h"
 
 #include <cctype>
@@ -57,7 +56,7 @@ Document& documentOf(const Call& call)
 
 InterfaceDefinition documentInterface = {
     .name = "Document",
-    .members = joinMembers({
+    .members = {
         operation<documentInterface, "createElement", 1>([](Call& call, Document&) {
             std::string name = lower(checkedName(call, call.string(0), "createElement"));
             return wrapElement(call.realm(), createElement(name));
@@ -94,7 +93,7 @@ InterfaceDefinition documentInterface = {
         readonlyAttribute<documentInterface, "defaultView">([](Call& call, Document&) -> JSValueRef {
             return call.realm().global();
         }),
-    }, documentLayoutMembers()),
+    },
 };
 
 JSObjectRef makeDocument(Realm& realm)
