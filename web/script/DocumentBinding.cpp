@@ -49,11 +49,6 @@ JSObjectRef wrapElement(Realm& realm, const std::shared_ptr<Element>& element)
     return realm.wrapCached(interface, element, identity);
 }
 
-Document& documentOf(const Call& call)
-{
-    return *call.unwrap<Document>(call.realm().document(), documentInterface);
-}
-
 InterfaceDefinition documentInterface = {
     .name = "Document",
     .members = {
