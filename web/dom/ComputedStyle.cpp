@@ -363,11 +363,6 @@ std::string ComputedStyle::propertyValue(std::string_view name) const
     return "";
 }
 
-ComputedStyle computeChildStyle(const Element& element, const ComputedStyle& parent, const ComputedStyle* root)
-{
-    return cascade(element, parent, root);
-}
-
 ComputedStyle computeStyle(const Element& element)
 {
     static const ComputedStyle kInitial;

@@ -48,10 +48,6 @@ struct ComputedStyle {
 };
 
 ComputedStyle computeStyle(const Element& element);
-// The style of a child of an element whose style is `parent`, in a document whose root element's
-// style is `root` (null when `element` is the root): for walks down a tree that compute every
-// element once.
-ComputedStyle computeChildStyle(const Element& element, const ComputedStyle& parent, const ComputedStyle* root);
 
 // The families of a font-family value, unquoted: "Foo Bar", serif -> {"Foo Bar", "serif"}.
 std::vector<std::string> splitFontFamilies(std::string_view list);

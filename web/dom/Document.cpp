@@ -1,7 +1,5 @@
 #include "web/dom/Document.h"
 
-#include "web/dom/Selection.h"
-
 #include <vector>
 
 namespace {
@@ -36,7 +34,6 @@ std::shared_ptr<Element> findById(const std::shared_ptr<Element>& root, std::str
 
 Document::Document()
     : root_(std::make_shared<Element>("html"))
-    , selection_(std::make_shared<Selection>(this))
 {
     root_->ownerOfTree_ = this;
     (void)Element::insertBefore(root_, std::make_shared<Element>("head"), nullptr);

@@ -5,8 +5,6 @@
 #include <memory>
 #include <string_view>
 
-class Selection;
-
 // A page's document: the tree under an html element with a head and a body, lookups by id and
 // which element has the focus.
 class Document {
@@ -32,11 +30,7 @@ public:
     // Called when a subtree leaves the document: it takes the focus with it.
     void subtreeRemoved(const Node& subtree);
 
-    // What window.getSelection() gives: one for the document's life.
-    const std::shared_ptr<Selection>& selection() const { return selection_; }
-
 private:
     std::shared_ptr<Element> root_;
     std::weak_ptr<Element> focused_;
-    std::shared_ptr<Selection> selection_;
 };

@@ -35,9 +35,6 @@ extern InterfaceDefinition domPointReadOnlyInterface;
 extern InterfaceDefinition domPointInterface;
 extern InterfaceDefinition domRectReadOnlyInterface;
 extern InterfaceDefinition domRectInterface;
-extern InterfaceDefinition rangeInterface;
-extern InterfaceDefinition selectionInterface;
-extern InterfaceDefinition caretPositionInterface;
 
 // Every interface, parents before children.
 const std::vector<const InterfaceDefinition*>& allInterfaces();

@@ -6,7 +6,6 @@
 #include "web/dom/MarkupName.h"
 #include "web/script/Bindings.h"
 #include "web/script/ElementBindings.h"
-#include "web/script/LayoutBindings.h"
 #include "web/script/Realm.h"
 
 #include <cctype>
@@ -50,14 +49,9 @@ JSObjectRef wrapElement(Realm& realm, const std::shared_ptr<Element>& element)
     return realm.wrapCached(interface, element, identity);
 }
 
-Document& documentOf(const Call& call)
-{
-    return *call.unwrap<Document>(call.realm().document(), documentInterface);
-}
-
 InterfaceDefinition documentInterface = {
     .name = "Document",
-    .members = joinMembers({
+    .members = {
         operation<documentInterface, "createElement", 1>([](Call& call, Document&) {
             std::string name = lower(checkedName(call, call.string(0), "createElement"));
             return wrapElement(call.realm(), createElement(name));
@@ -94,7 +88,7 @@ InterfaceDefinition documentInterface = {
         readonlyAttribute<documentInterface, "defaultView">([](Call& call, Document&) -> JSValueRef {
             return call.realm().global();
         }),
-    }, documentLayoutMembers()),
+    },
 };
 
 JSObjectRef makeDocument(Realm& realm)

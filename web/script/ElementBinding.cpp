@@ -6,8 +6,8 @@
 #include "web/dom/MarkupName.h"
 #include "web/script/Bindings.h"
 #include "web/script/ElementBindings.h"
-#include "web/script/LayoutBindings.h"
 #include "web/script/Realm.h"
+#include "web/script/RectBinding.h"
 
 #include <cctype>
 
@@ -328,7 +328,7 @@ InterfaceDefinition textInterface = {
 InterfaceDefinition elementInterface = {
     .name = "Element",
     .parent = &nodeInterface,
-    .members = joinMembers({
+    .members = {
         readonlyAttribute<elementInterface, "tagName">([](Call& call, const Wrapper& w) { return self(call, w)->tagName(); }),
         readonlyAttribute<elementInterface, "localName">([](Call& call, const Wrapper& w) { return self(call, w)->localName(); }),
         readonlyAttribute<elementInterface, "namespaceURI">([](Call& call, const Wrapper& w) { return self(call, w)->namespaceURI(); }),
@@ -388,7 +388,18 @@ InterfaceDefinition elementInterface = {
             }),
         operation<elementInterface, "append", 0>([](Call& call, const Wrapper& w) { append(call, self(call, w), 0, "append"); }),
         operation<elementInterface, "remove", 0>([](Call& call, const Wrapper& w) { self(call, w)->remove(); }),
-    }, elementLayoutMembers()),
+        // Nothing is laid out, so every element answers as a browser's unrendered element does:
+        // scripts that measure an element before drawing get a size of zero rather than an error.
+        operation<elementInterface, "getBoundingClientRect", 0>([](Call& call, const Wrapper&) {
+            return wrapRect(call.realm(), DOMRectReadOnly());
+        }),
+        operation<elementInterface, "getClientRects", 0>([](Call& call, const Wrapper&) {
+            JSValueRef exception = nullptr;
+            JSObjectRef list = JSObjectMakeArray(call.ctx(), 0, nullptr, &exception);
+            rethrowIf(exception);
+            return list;
+        }),
+    },
 };
 
 InterfaceDefinition htmlElementInterface = {

@@ -5,7 +5,6 @@
 #include <memory>
 
 class CanvasImageSource;
-class Document;
 class Element;
 class Node;
 
@@ -30,9 +29,6 @@ CanvasImageSource* imageSourceOf(const Call& call, JSValueRef value);
 // A CSSStyleDeclaration: the element's inline style (element.style) or its computed style
 // (getComputedStyle, read-only and live).
 JSObjectRef makeStyleDeclaration(Realm& realm, std::shared_ptr<Element> element, bool computed);
-
-// The document scripts see.
-Document& documentOf(const Call& call);
 
 // Members of the window the page's elements bring.
 void installGetComputedStyle(Realm& realm);

@@ -32,9 +32,6 @@ const std::vector<const InterfaceDefinition*>& allInterfaces()
         &domPointInterface,
         &domRectReadOnlyInterface,
         &domRectInterface,
-        &rangeInterface,
-        &selectionInterface,
-        &caretPositionInterface,
     };
     return interfaces;
 }

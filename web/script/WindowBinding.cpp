@@ -1,7 +1,6 @@
 #include "platform/core/UIScreen.h"
 #include "web/script/Bindings.h"
 #include "web/script/ElementBindings.h"
-#include "web/script/LayoutBindings.h"
 #include "web/script/Realm.h"
 #include "web/script/RealmIsolation.h"
 
@@ -61,7 +60,6 @@ void installWindowMembers(Realm& realm)
                          function(ctx, "set devicePixelRatio", replace<"devicePixelRatio">), true, true);
     installGetComputedStyle(realm);
     installImageConstructor(realm);
-    installGetSelection(realm);
 }
 
 } // namespace script

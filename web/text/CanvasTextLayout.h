@@ -13,8 +13,7 @@ class FontFace;
 // One line of text laid out as canvas text is: shaped, in visual order, with its spacing,
 // split into directional runs. Positions are in pixels from the line's left edge; indices are
 // UTF-16 code units, as scripts count them. measureText() keeps one in the metrics it returns,
-// so that their methods can answer questions about ranges and positions; a document's text
-// box can use the same model for caret hit testing and selection.
+// so that their methods can answer questions about ranges and positions.
 class CanvasTextLayout {
 public:
     CanvasTextLayout(std::string_view utf8, const CanvasTextStyle& style);

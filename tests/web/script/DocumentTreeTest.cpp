@@ -1,5 +1,6 @@
 // The document tree scripts build and walk: creating and moving elements, lookups by id,
-// attributes (a canvas's size among them), focus, and trees a hostile script makes.
+// attributes (a canvas's size among them), focus, the empty boxes of elements nothing lays out,
+// and trees a hostile script makes.
 #include "ScriptTestSupport.h"
 
 #include "web/dom/Document.h"
@@ -65,6 +66,22 @@ TEST_F(DocumentTreeTest, FocusGoesOnlyToFocusableConnectedElements)
                   "link.focus(); r.push(document.activeElement === document.body);"
                   "r.join()"),
               "true,true,true,1,0,true,true,true,true");
+}
+
+TEST_F(DocumentTreeTest, ElementsAnswerAsUnrenderedOnesWithEmptyBoxesWhereverTheyAre)
+{
+    // Theme scripts may measure the canvas they made; the answer must never be an exception.
+    EXPECT_EQ(run("var r = [], placed = document.createElement('canvas'); placed.width = 300; document.body.appendChild(placed);"
+                  "var svg = document.createElementNS('http://www.w3.org/2000/svg', 'image');"
+                  "for (var e of [document.createElement('canvas'), placed, document.createElement('div'), new Image(), svg]) {"
+                  "  var box = e.getBoundingClientRect(), list = e.getClientRects();"
+                  "  r.push([box instanceof DOMRect, box.x, box.y, box.width, box.height, box.bottom, list.length].join(' '));"
+                  // Each call gives a rectangle of its own: one a script edited is not handed out again.
+                  "  box.width = 5; r.push(e.getBoundingClientRect().width, e.getClientRects() !== list); }"
+                  "try { Element.prototype.getBoundingClientRect.call({}); } catch (e) { r.push(e.name); }"
+                  "r.join('|')"),
+              "true 0 0 0 0 0 0|0|true|true 0 0 0 0 0 0|0|true|true 0 0 0 0 0 0|0|true|true 0 0 0 0 0 0|0|true|"
+              "true 0 0 0 0 0 0|0|true|TypeError");
 }
 
 TEST_F(DocumentTreeTest, TextNodesAndMarkupMakeChildren)
