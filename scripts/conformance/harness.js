@@ -379,6 +379,8 @@
     [/\bdeferTest\s*\(|step_timeout|setTimeout|setInterval|requestAnimationFrame|requestIdleCallback|step_func|\.onload\s*=|addEventListener\s*\(\s*["']load/, "asynchronous"],
     [/<link[^>]+rel=["']?(match|mismatch)/, "reftest"],
     [/\bfetch\s*\(|XMLHttpRequest/, "network"],
+    // Theme scripts draw on a canvas of their own; the engine lays no document out.
+    [/caretPositionFromPoint|createRange\s*\(|getSelection\s*\(/, "document layout"],
   ];
 
   function decodeEntities(text) {
