@@ -126,11 +126,12 @@ std::optional<std::string> hexStringFromColorAlphaHash(const UIColor& color, boo
     // Negative channels print as the eight hex digits of their 32-bit pattern, as "%02x" does.
     auto channel = [](double component) { return static_cast<unsigned>(truncatedChannel(component)); };
     char buffer[64];
+    const char* prefix = hash ? "#" : "";
     if (alpha)
-        std::snprintf(buffer, sizeof buffer, "%02x%02x%02x%02x", channel(r), channel(g), channel(b), channel(a));
+        std::snprintf(buffer, sizeof buffer, "%s%02x%02x%02x%02x", prefix, channel(r), channel(g), channel(b), channel(a));
     else
-        std::snprintf(buffer, sizeof buffer, "%02x%02x%02x", channel(r), channel(g), channel(b));
-    return hash ? "#" + std::string(buffer) : std::string(buffer);
+        std::snprintf(buffer, sizeof buffer, "%s%02x%02x%02x", prefix, channel(r), channel(g), channel(b));
+    return std::string(buffer);
 }
 
 } // namespace ColorParsing

@@ -181,8 +181,12 @@ std::string serializeEdges(const std::array<double, 4>& edges)
     if (edges[0] == edges[1] && edges[1] == edges[2] && edges[2] == edges[3])
         return numberToString(edges[0]) + "px";
     std::string out;
-    for (double edge : edges)
-        out += (out.empty() ? "" : " ") + numberToString(edge) + "px";
+    for (double edge : edges) {
+        if (!out.empty())
+            out += ' ';
+        out += numberToString(edge);
+        out += "px";
+    }
     return out;
 }
 
