@@ -100,14 +100,26 @@ TEST_F(PropertyListUpdate, WritersKilledMidWriteLeaveNothingBehindAfterTheNextWr
 
     int killedWhileWriting = 0;
     for (int round = 0; round < 300; ++round) {
+        // The writer says when its first write is done, so that on a busy machine the kill still
+        // lands among writes rather than before the child ever ran.
+        int started[2];
+        ASSERT_EQ(::pipe(started), 0);
         pid_t child = ::fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
-            for (;;)
+            ::close(started[0]);
+            for (bool first = true;; first = false) {
                 updatePropertyListFile(path, MissingFilePolicy::WriteNothing, [&](PlistDict& dict) {
                     dict.set("round", round);
                 });
+                if (first)
+                    (void)!::write(started[1], "x", 1);
+            }
         }
+        ::close(started[1]);
+        char byte;
+        ASSERT_EQ(::read(started[0], &byte, 1), 1);
+        ::close(started[0]);
         ::usleep(static_cast<useconds_t>(200 + (round * 37) % 3000));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
