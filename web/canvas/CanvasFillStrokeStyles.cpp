@@ -1,5 +1,6 @@
 #include "web/canvas/CanvasRenderingContext2D.h"
 
+#include "web/canvas/AllFinite.h"
 #include "web/canvas/CanvasGradient.h"
 #include "web/canvas/CanvasPattern.h"
 
@@ -7,15 +8,6 @@
 #include <cmath>
 
 namespace {
-
-bool finite(std::initializer_list<double> values)
-{
-    for (double v : values) {
-        if (!std::isfinite(v))
-            return false;
-    }
-    return true;
-}
 
 constexpr char kCurrentColor[] = "currentcolor";
 
@@ -64,7 +56,7 @@ void CanvasRenderingContext2D::setFillStyle(const CanvasStyle& style) { setStyle
 
 ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createLinearGradient(double x0, double y0, double x1, double y1)
 {
-    if (!finite({x0, y0, x1, y1}))
+    if (!allFinite({x0, y0, x1, y1}))
         return nonFinite();
     return CanvasGradient::createLinear(x0, y0, x1, y1);
 }
@@ -72,7 +64,7 @@ ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createLin
 ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createRadialGradient(double x0, double y0, double r0,
                                                                                            double x1, double y1, double r1)
 {
-    if (!finite({x0, y0, r0, x1, y1, r1}))
+    if (!allFinite({x0, y0, r0, x1, y1, r1}))
         return nonFinite();
     if (r0 < 0 || r1 < 0)
         return DOMException{"IndexSizeError", "The radius provided is negative."};
@@ -81,7 +73,7 @@ ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createRad
 
 ExceptionOr<std::shared_ptr<CanvasGradient>> CanvasRenderingContext2D::createConicGradient(double startAngle, double x, double y)
 {
-    if (!finite({startAngle, x, y}))
+    if (!allFinite({startAngle, x, y}))
         return nonFinite();
     return CanvasGradient::createConic(startAngle, x, y);
 }

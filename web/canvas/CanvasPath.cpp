@@ -1,17 +1,10 @@
 #include "web/canvas/CanvasPath.h"
 
+#include "web/canvas/AllFinite.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
-
-namespace {
-
-bool finite(std::initializer_list<double> values)
-{
-    return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
-}
-
-} // namespace
 
 const AffineTransform& CanvasPath::pathTransform() const
 {
@@ -119,7 +112,7 @@ void CanvasPath::closePath()
 
 void CanvasPath::moveTo(double x, double y)
 {
-    if (!finite({x, y}) || !acceptsPathCalls())
+    if (!allFinite({x, y}) || !acceptsPathCalls())
         return;
     Shape shape = shapeAfterMove();
     addMoveTo(mapped(x, y));
@@ -128,7 +121,7 @@ void CanvasPath::moveTo(double x, double y)
 
 void CanvasPath::lineTo(double x, double y)
 {
-    if (!finite({x, y}) || !acceptsPathCalls())
+    if (!allFinite({x, y}) || !acceptsPathCalls())
         return;
     Shape shape = shapeAfterLine();
     if (!hasSubpath_)
@@ -140,7 +133,7 @@ void CanvasPath::lineTo(double x, double y)
 
 void CanvasPath::quadraticCurveTo(double cpx, double cpy, double x, double y)
 {
-    if (!finite({cpx, cpy, x, y}) || !acceptsPathCalls())
+    if (!allFinite({cpx, cpy, x, y}) || !acceptsPathCalls())
         return;
     ensureSubpath(cpx, cpy);
     Point p0 = lastPoint_;
@@ -153,7 +146,7 @@ void CanvasPath::quadraticCurveTo(double cpx, double cpy, double x, double y)
 
 void CanvasPath::bezierCurveTo(double cp1x, double cp1y, double cp2x, double cp2y, double x, double y)
 {
-    if (!finite({cp1x, cp1y, cp2x, cp2y, x, y}) || !acceptsPathCalls())
+    if (!allFinite({cp1x, cp1y, cp2x, cp2y, x, y}) || !acceptsPathCalls())
         return;
     ensureSubpath(cp1x, cp1y);
     addCurveTo(mapped(cp1x, cp1y), mapped(cp2x, cp2y), mapped(x, y));
@@ -161,7 +154,7 @@ void CanvasPath::bezierCurveTo(double cp1x, double cp1y, double cp2x, double cp2
 
 void CanvasPath::rect(double x, double y, double w, double h)
 {
-    if (!finite({x, y, w, h}) || !acceptsPathCalls())
+    if (!allFinite({x, y, w, h}) || !acceptsPathCalls())
         return;
     if (w == 0 && h == 0) {
         // Browsers take a rectangle with no size for a start point alone: a stroke draws

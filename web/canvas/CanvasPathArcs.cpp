@@ -1,5 +1,7 @@
 #include "web/canvas/CanvasPath.h"
 
+#include "web/canvas/AllFinite.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -8,11 +10,6 @@ namespace {
 
 constexpr double kTwoPi = 2 * M_PI;
 constexpr double kHalfPi = M_PI / 2;
-
-bool finite(std::initializer_list<double> values)
-{
-    return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
-}
 
 DOMException indexSizeError(const char* message) { return DOMException{"IndexSizeError", message}; }
 
@@ -36,7 +33,7 @@ double adjustedEndAngle(double start, double end, bool counterclockwise)
 
 ExceptionOr<void> CanvasPath::arcTo(double x1, double y1, double x2, double y2, double radius)
 {
-    if (!finite({x1, y1, x2, y2, radius}) || !acceptsPathCalls())
+    if (!allFinite({x1, y1, x2, y2, radius}) || !acceptsPathCalls())
         return {};
     ensureSubpath(x1, y1);
     if (radius < 0)
@@ -87,7 +84,7 @@ ExceptionOr<void> CanvasPath::arc(double x, double y, double radius, double star
 ExceptionOr<void> CanvasPath::ellipse(double x, double y, double radiusX, double radiusY, double rotation,
                                       double startAngle, double endAngle, bool counterclockwise)
 {
-    if (!finite({x, y, radiusX, radiusY, rotation, startAngle, endAngle}) || !acceptsPathCalls())
+    if (!allFinite({x, y, radiusX, radiusY, rotation, startAngle, endAngle}) || !acceptsPathCalls())
         return {};
     if (radiusX < 0 || radiusY < 0)
         return indexSizeError("The radius provided is negative.");

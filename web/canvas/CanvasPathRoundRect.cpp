@@ -1,5 +1,7 @@
 #include "web/canvas/CanvasPath.h"
 
+#include "web/canvas/AllFinite.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -8,24 +10,19 @@ namespace {
 
 constexpr double kHalfPi = M_PI / 2;
 
-bool finite(std::initializer_list<double> values)
-{
-    return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
-}
-
 DOMException rangeError(const char* message) { return DOMException{"RangeError", message}; }
 
 } // namespace
 
 ExceptionOr<void> CanvasPath::roundRect(double x, double y, double w, double h, const std::vector<RoundRectRadius>& radii)
 {
-    if (!finite({x, y, w, h}) || !acceptsPathCalls())
+    if (!allFinite({x, y, w, h}) || !acceptsPathCalls())
         return {};
     std::vector<RoundRectRadius> given = radii.empty() ? std::vector<RoundRectRadius>{{0, 0}} : radii;
     if (given.size() > 4)
         return rangeError("The radii sequence must have 1 to 4 elements.");
     for (const auto& r : given) {
-        if (!finite({r.x, r.y}))
+        if (!allFinite({r.x, r.y}))
             return {};
         if (r.x < 0 || r.y < 0)
             return rangeError("A radius provided is negative.");

@@ -1,19 +1,8 @@
 #include "web/canvas/CanvasRenderingContext2D.h"
 
+#include "web/canvas/AllFinite.h"
+
 #include <cmath>
-
-namespace {
-
-bool finite(std::initializer_list<double> values)
-{
-    for (double v : values) {
-        if (!std::isfinite(v))
-            return false;
-    }
-    return true;
-}
-
-} // namespace
 
 void CanvasRenderingContext2D::changeTransform(const AffineTransform& transform)
 {
@@ -27,14 +16,14 @@ void CanvasRenderingContext2D::changeTransform(const AffineTransform& transform)
 
 void CanvasRenderingContext2D::scale(double x, double y)
 {
-    if (!finite({x, y}))
+    if (!allFinite({x, y}))
         return;
     changeTransform(state_.transform.multiply({x, 0, 0, y, 0, 0}));
 }
 
 void CanvasRenderingContext2D::rotate(double angle)
 {
-    if (!finite({angle}))
+    if (!allFinite({angle}))
         return;
     double c = std::cos(angle), s = std::sin(angle);
     changeTransform(state_.transform.multiply({c, s, -s, c, 0, 0}));
@@ -42,14 +31,14 @@ void CanvasRenderingContext2D::rotate(double angle)
 
 void CanvasRenderingContext2D::translate(double x, double y)
 {
-    if (!finite({x, y}))
+    if (!allFinite({x, y}))
         return;
     changeTransform(state_.transform.multiply(AffineTransform::translation(x, y)));
 }
 
 void CanvasRenderingContext2D::transform(double a, double b, double c, double d, double e, double f)
 {
-    if (!finite({a, b, c, d, e, f}))
+    if (!allFinite({a, b, c, d, e, f}))
         return;
     changeTransform(state_.transform.multiply({a, b, c, d, e, f}));
 }
@@ -62,7 +51,7 @@ DOMMatrix CanvasRenderingContext2D::getTransform() const
 
 void CanvasRenderingContext2D::setTransform(double a, double b, double c, double d, double e, double f)
 {
-    if (!finite({a, b, c, d, e, f}))
+    if (!allFinite({a, b, c, d, e, f}))
         return;
     changeTransform({a, b, c, d, e, f});
 }
