@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -78,7 +79,31 @@ std::string keepFailure(const ReferenceCase& c, const UIImage& ours, const UIIma
     return names;
 }
 
+// How many of the compared pictures are close by the strict measure (see ImageDiff.h); printed
+// once all cases ran, so that a change's effect on closeness shows in every run.
+struct Closeness {
+    int compared = 0, close = 0;
+};
+
+Closeness& closeness()
+{
+    static Closeness tally;
+    return tally;
+}
+
 class ChromiumReference : public testing::TestWithParam<ReferenceCase> {
+public:
+    static void TearDownTestSuite()
+    {
+        const Closeness& tally = closeness();
+        if (tally.compared == 0)
+            return;
+        std::printf("closeness: %d of %d pictures (%.1f%%) have at most %.0f%% of their pixels off by more than %d "
+                    "in a channel\n",
+                    tally.close, tally.compared, 100.0 * tally.close / tally.compared, kCloseShare * 100,
+                    kStrictChannelTolerance);
+    }
+
 protected:
     // One web view for every case, a fresh document for each, as the battery renderer does.
     static UIWebView& webView()
@@ -110,7 +135,13 @@ TEST_P(ChromiumReference, RendersLikeChromium)
     ASSERT_FALSE(ours.isNil()) << "the returned data URL is no PNG: " << result.substr(0, 60);
 
     const ImageDiff diff = compareImages(ours.CGImage(), reference.CGImage(), c.channelTolerance);
-    if (!diff.within(c.allowedShare)) {
+    ++closeness().compared;
+    closeness().close += diff.close();
+    if (diff.grosslyDifferent()) {
+        ADD_FAILURE() << c.picture << " is grossly different from Chromium's: " << diff.describe()
+                      << " (at most " << kGrossShare * 100.0 << "% beyond " << kStrictChannelTolerance
+                      << " is allowed to any case); pictures: " << keepFailure(c, ours, reference);
+    } else if (!diff.within(c.allowedShare)) {
         ADD_FAILURE() << c.picture << ": " << diff.describe() << "; ours " << ours.pixelWidth() << "x"
                       << ours.pixelHeight() << "; allowed " << c.allowedShare * 100.0
                       << "% beyond " << c.channelTolerance << "; pictures: "
