@@ -20,6 +20,14 @@ DeviceContours outlineOf(const FlattenedPath& path)
     return contours;
 }
 
+// Porter and Duff's operators that leave the target alone where the source is absent, so that
+// a mask's empty parts change nothing (Cairo's blend modes do not keep to that).
+bool masksLikeFills(cairo_operator_t op)
+{
+    return op == CAIRO_OPERATOR_OVER || op == CAIRO_OPERATOR_ATOP || op == CAIRO_OPERATOR_DEST_OVER
+        || op == CAIRO_OPERATOR_DEST_OUT || op == CAIRO_OPERATOR_XOR || op == CAIRO_OPERATOR_ADD;
+}
+
 } // namespace
 
 std::span<const cairo_path_data_t> CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape,
@@ -52,8 +60,13 @@ void CanvasPainter::setStrokeStyle(cairo_t* cr) const
 bool CanvasPainter::paintByCoverage(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const
 {
     // Cairo stays in charge of what this does not cover: dashes, strokes whose pen a transform
-    // stretches, and operators that reach beyond the shape.
-    if (cairo_get_operator(cr) != CAIRO_OPERATOR_OVER)
+    // stretches, and operators that reach beyond the shape. Glyphs go through a mask under
+    // every operator that composites a mask as it would a fill, as the reference's glyph
+    // masks do.
+    const cairo_operator_t op = cairo_get_operator(cr);
+    if (shape.glyphs && !shape.stroke && masksLikeFills(op))
+        return paintCoverage(cr, outlineOf(path), shape.fillRule, shape.coverageTable);
+    if (op != CAIRO_OPERATOR_OVER)
         return false;
     if (!shape.stroke) {
         // A font's glyphs, which are drawn to be filled so, or one convex outline: elsewhere,
