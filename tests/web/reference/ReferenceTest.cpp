@@ -16,6 +16,8 @@
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 #if __has_include("platform/web/UIWebView.h")
 #include "platform/web/UIWebView.h"
@@ -80,9 +82,11 @@ std::string keepFailure(const ReferenceCase& c, const UIImage& ours, const UIIma
 }
 
 // How many of the compared pictures are close by the strict measure (see ImageDiff.h); printed
-// once all cases ran, so that a change's effect on closeness shows in every run.
+// once all cases ran, with the pictures that are not and how far off they are, so that a
+// change's effect on closeness shows in every run, picture by picture.
 struct Closeness {
     int compared = 0, close = 0;
+    std::vector<std::pair<std::string, double>> far;  // picture, strict share
 };
 
 Closeness& closeness()
@@ -102,6 +106,9 @@ public:
                     "in a channel\n",
                     tally.close, tally.compared, 100.0 * tally.close / tally.compared, kCloseShare * 100,
                     kStrictChannelTolerance);
+        for (const auto& [picture, share] : tally.far)
+            std::printf("  not close: %s, %.2f%% off by more than %d\n", picture.c_str(), share * 100,
+                        kStrictChannelTolerance);
     }
 
 protected:
@@ -137,6 +144,8 @@ TEST_P(ChromiumReference, RendersLikeChromium)
     const ImageDiff diff = compareImages(ours.CGImage(), reference.CGImage(), c.channelTolerance);
     ++closeness().compared;
     closeness().close += diff.close();
+    if (!diff.close())
+        closeness().far.emplace_back(c.picture, diff.sameSize ? diff.strictShare() : 1.0);
     if (diff.grosslyDifferent()) {
         ADD_FAILURE() << c.picture << " is grossly different from Chromium's: " << diff.describe()
                       << " (at most " << kGrossShare * 100.0 << "% beyond " << kStrictChannelTolerance
