@@ -4,7 +4,9 @@
 
 #include <cairo.h>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace text_geometry {
 
@@ -20,6 +22,9 @@ double roundToLayoutUnit(double value)
 {
     return std::round(value * 64) / 64;
 }
+
+// Convex outlines up to this many device pixels wide the reference fills with exact coverage.
+constexpr double kExactFillWidth = 32;
 
 // Large glyphs have their ink boxes rounded out at this size and scaled up.
 constexpr double kOutlineMeasureSize = 64;
@@ -61,23 +66,76 @@ bool snapToDevicePixels(cairo_t* cr, double& x, double& y, bool axisAligned)
     return true;
 }
 
-void appendOutline(cairo_t* cr, const GlyphOutline& outline, double x, double y, double scaleX, double scaleY)
+// How device y follows user y under a transform that keeps horizontal lines horizontal.
+struct VerticalMapping {
+    double scale, offset;
+};
+
+// The reference fills outlines other than narrow convex ones by sampling four rows of points
+// a pixel, which puts a horizontal edge where the nearest quarter of a pixel is (its outline
+// points first rounded to 64ths of a pixel, as its font backend scales them). Moving the
+// straight horizontal edges there keeps their pixels as the reference has them; slanted and
+// curved edges come out nearly alike either way and stay exact. Marks the points to move.
+std::vector<bool> horizontalEdgePoints(const GlyphOutline& outline)
 {
-    const float* p = outline.points.data();
+    const std::size_t count = outline.points.size() / 2;
+    std::vector<bool> marked(count, false);
+    std::size_t point = 0, start = 0, previous = 0;
+    bool hasPrevious = false;
+    auto yOf = [&](std::size_t i) { return outline.points[2 * i + 1]; };
     for (GlyphOutline::Verb verb : outline.verbs) {
         switch (verb) {
         case GlyphOutline::Move:
-            cairo_move_to(cr, x + p[0] * scaleX, y - p[1] * scaleY);
-            p += 2;
+            start = previous = point++;
+            hasPrevious = true;
             break;
         case GlyphOutline::Line:
-            cairo_line_to(cr, x + p[0] * scaleX, y - p[1] * scaleY);
-            p += 2;
+            if (hasPrevious && yOf(previous) == yOf(point))
+                marked[previous] = marked[point] = true;
+            previous = point++;
+            break;
+        case GlyphOutline::Cubic:
+            point += 3;
+            previous = point - 1;
+            break;
+        case GlyphOutline::Close:
+            if (hasPrevious && yOf(previous) == yOf(start))
+                marked[previous] = marked[start] = true;
+            break;
+        }
+    }
+    return marked;
+}
+
+void appendOutline(cairo_t* cr, const GlyphOutline& outline, double x, double y, double scaleX, double scaleY,
+                   const VerticalMapping* snap)
+{
+    std::vector<bool> snapped;
+    if (snap)
+        snapped = horizontalEdgePoints(outline);
+    const float* p = outline.points.data();
+    std::size_t index = 0;
+    auto yAt = [&](int k) {
+        const double offset = -p[2 * k + 1] * scaleY;
+        if (!snap || !snapped[index + k])
+            return y + offset;
+        const double device = snap->scale * y + snap->offset + std::round(offset * snap->scale * 64) / 64;
+        return (std::floor(device * 4 + 0.5) / 4 - snap->offset) / snap->scale;
+    };
+    for (GlyphOutline::Verb verb : outline.verbs) {
+        switch (verb) {
+        case GlyphOutline::Move:
+            cairo_move_to(cr, x + p[0] * scaleX, yAt(0));
+            p += 2, index += 1;
+            break;
+        case GlyphOutline::Line:
+            cairo_line_to(cr, x + p[0] * scaleX, yAt(0));
+            p += 2, index += 1;
             break;
         case GlyphOutline::Cubic:
             cairo_curve_to(cr, x + p[0] * scaleX, y - p[1] * scaleY, x + p[2] * scaleX, y - p[3] * scaleY,
-                           x + p[4] * scaleX, y - p[5] * scaleY);
-            p += 6;
+                           x + p[4] * scaleX, yAt(2));
+            p += 6, index += 3;
             break;
         case GlyphOutline::Close:
             cairo_close_path(cr);
@@ -257,7 +315,13 @@ void appendGlyphOutlines(cairo_t* cr, const ShapedText& shaped, const CanvasText
         if (!snapToDevicePixels(cr, gx, gy, axisAligned))
             continue;
         const double scale = at.size / glyph.face->unitsPerEm();
-        appendOutline(cr, outline, gx, gy, scale * squeeze, scale);
+        // Narrow convex glyphs the reference fills exactly (see horizontalEdgePoints).
+        const double deviceLeft = ctm.xx * (gx + outline.xMin * scale * squeeze) + ctm.x0;
+        const double deviceRight = ctm.xx * (gx + outline.xMax * scale * squeeze) + ctm.x0;
+        const bool exact = outline.convex
+            && std::ceil(std::max(deviceLeft, deviceRight)) - std::floor(std::min(deviceLeft, deviceRight)) <= kExactFillWidth;
+        const VerticalMapping mapping{ctm.yy, ctm.y0};
+        appendOutline(cr, outline, gx, gy, scale * squeeze, scale, axisAligned && !exact ? &mapping : nullptr);
     }
 }
 
