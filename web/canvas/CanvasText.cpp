@@ -76,7 +76,7 @@ bool drawsText(double x, double y, std::optional<double> maxWidth)
 void CanvasRenderingContext2D::fillText(std::string_view text, double x, double y, std::optional<double> maxWidth)
 {
     if (drawsText(x, y, maxWidth))
-        drawText([&](cairo_t* cr) { appendTextPath(cr, text, x, y, state_.text->style, maxWidth); },
+        drawText([&](cairo_t* cr) { appendTextPath(cr, text, x, y, state_.text->style, maxWidth, TextPathUse::Fill); },
                  state_.text->style.font.size, false);
 }
 
@@ -98,7 +98,8 @@ void CanvasRenderingContext2D::fillTextCluster(const TextCluster& cluster, doubl
                                                const TextClusterOptions& options)
 {
     if (std::isfinite(x) && std::isfinite(y))
-        drawText([&](cairo_t* cr) { appendTextClusterPath(cr, cluster, x, y, options); }, clusterFontSize(cluster), false);
+        drawText([&](cairo_t* cr) { appendTextClusterPath(cr, cluster, x, y, options, TextPathUse::Fill); },
+                 clusterFontSize(cluster), false);
 }
 
 void CanvasRenderingContext2D::strokeTextCluster(const TextCluster& cluster, double x, double y,

@@ -291,7 +291,7 @@ InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style,
 }
 
 void appendGlyphOutlines(cairo_t* cr, const ShapedText& shaped, const CanvasTextStyle& style, double startX,
-                         double baselineY, double squeeze, const std::function<bool(const ShapedGlyph&)>& include)
+                         double baselineY, double squeeze, TextPathUse use, const std::function<bool(const ShapedGlyph&)>& include)
 {
     cairo_matrix_t ctm;
     cairo_get_matrix(cr, &ctm);
@@ -315,13 +315,15 @@ void appendGlyphOutlines(cairo_t* cr, const ShapedText& shaped, const CanvasText
         if (!snapToDevicePixels(cr, gx, gy, axisAligned))
             continue;
         const double scale = at.size / glyph.face->unitsPerEm();
-        // Narrow convex glyphs the reference fills exactly (see horizontalEdgePoints).
+        // Glyphs to fill take the reference's quarter-pixel steps, but for narrow convex ones,
+        // which it fills exactly (see horizontalEdgePoints); outlines to stroke stay as they are.
         const double deviceLeft = ctm.xx * (gx + outline.xMin * scale * squeeze) + ctm.x0;
         const double deviceRight = ctm.xx * (gx + outline.xMax * scale * squeeze) + ctm.x0;
         const bool exact = outline.convex
             && std::ceil(std::max(deviceLeft, deviceRight)) - std::floor(std::min(deviceLeft, deviceRight)) <= kExactFillWidth;
         const VerticalMapping mapping{ctm.yy, ctm.y0};
-        appendOutline(cr, outline, gx, gy, scale * squeeze, scale, axisAligned && !exact ? &mapping : nullptr);
+        appendOutline(cr, outline, gx, gy, scale * squeeze, scale,
+                      use == TextPathUse::Fill && axisAligned && !exact ? &mapping : nullptr);
     }
 }
 
