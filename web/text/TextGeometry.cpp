@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace text_geometry {
 
@@ -71,72 +70,45 @@ struct VerticalMapping {
     double scale, offset;
 };
 
-// The reference fills outlines other than narrow convex ones by sampling four rows of points
-// a pixel, which puts a horizontal edge where the nearest quarter of a pixel is (its outline
-// points first rounded to 64ths of a pixel, as its font backend scales them). Moving the
-// straight horizontal edges there keeps their pixels as the reference has them; slanted and
-// curved edges come out nearly alike either way and stay exact. Marks the points to move.
-std::vector<bool> horizontalEdgePoints(const GlyphOutline& outline)
-{
-    const std::size_t count = outline.points.size() / 2;
-    std::vector<bool> marked(count, false);
-    std::size_t point = 0, start = 0, previous = 0;
-    bool hasPrevious = false;
-    auto yOf = [&](std::size_t i) { return outline.points[2 * i + 1]; };
-    for (GlyphOutline::Verb verb : outline.verbs) {
-        switch (verb) {
-        case GlyphOutline::Move:
-            start = previous = point++;
-            hasPrevious = true;
-            break;
-        case GlyphOutline::Line:
-            if (hasPrevious && yOf(previous) == yOf(point))
-                marked[previous] = marked[point] = true;
-            previous = point++;
-            break;
-        case GlyphOutline::Cubic:
-            point += 3;
-            previous = point - 1;
-            break;
-        case GlyphOutline::Close:
-            if (hasPrevious && yOf(previous) == yOf(start))
-                marked[previous] = marked[start] = true;
-            break;
-        }
-    }
-    return marked;
-}
-
+// Measured against the reference's pictures: it fills glyphs (but for narrow convex ones) as if
+// every point on the outline, every end of a line or a curve, lay on the nearest quarter of a
+// pixel vertically (after its font backend has scaled the point to a 64th of a pixel), the
+// curves between keeping their shape. Moving the same points, and each curve's control points
+// along with the end beside them, puts flat tops and bottoms, and the flat ends of curves, on
+// the reference's pixels, where exact outlines would shade them a level or two apart.
 void appendOutline(cairo_t* cr, const GlyphOutline& outline, double x, double y, double scaleX, double scaleY,
                    const VerticalMapping* snap)
 {
-    std::vector<bool> snapped;
-    if (snap)
-        snapped = horizontalEdgePoints(outline);
     const float* p = outline.points.data();
-    std::size_t index = 0;
-    auto yAt = [&](int k) {
+    // How far the last point on the outline was moved, in user space.
+    double moved = 0;
+    auto onOutline = [&](int k) {
         const double offset = -p[2 * k + 1] * scaleY;
-        if (!snap || !snapped[index + k])
+        if (!snap)
             return y + offset;
         const double device = snap->scale * y + snap->offset + std::round(offset * snap->scale * 64) / 64;
-        return (std::floor(device * 4 + 0.5) / 4 - snap->offset) / snap->scale;
+        const double snapped = (std::floor(device * 4 + 0.5) / 4 - snap->offset) / snap->scale;
+        moved = snapped - (y + offset);
+        return snapped;
     };
     for (GlyphOutline::Verb verb : outline.verbs) {
         switch (verb) {
         case GlyphOutline::Move:
-            cairo_move_to(cr, x + p[0] * scaleX, yAt(0));
-            p += 2, index += 1;
+            cairo_move_to(cr, x + p[0] * scaleX, onOutline(0));
+            p += 2;
             break;
         case GlyphOutline::Line:
-            cairo_line_to(cr, x + p[0] * scaleX, yAt(0));
-            p += 2, index += 1;
+            cairo_line_to(cr, x + p[0] * scaleX, onOutline(0));
+            p += 2;
             break;
-        case GlyphOutline::Cubic:
-            cairo_curve_to(cr, x + p[0] * scaleX, y - p[1] * scaleY, x + p[2] * scaleX, y - p[3] * scaleY,
-                           x + p[4] * scaleX, yAt(2));
-            p += 6, index += 3;
+        case GlyphOutline::Cubic: {
+            const double firstControl = y - p[1] * scaleY + moved;
+            const double end = onOutline(2);
+            cairo_curve_to(cr, x + p[0] * scaleX, firstControl, x + p[2] * scaleX, y - p[3] * scaleY + moved,
+                           x + p[4] * scaleX, end);
+            p += 6;
             break;
+        }
         case GlyphOutline::Close:
             cairo_close_path(cr);
             break;
@@ -315,8 +287,8 @@ void appendGlyphOutlines(cairo_t* cr, const ShapedText& shaped, const CanvasText
         if (!snapToDevicePixels(cr, gx, gy, axisAligned))
             continue;
         const double scale = at.size / glyph.face->unitsPerEm();
-        // Glyphs to fill take the reference's quarter-pixel steps, but for narrow convex ones,
-        // which it fills exactly (see horizontalEdgePoints); outlines to stroke stay as they are.
+        // Glyphs to fill take the reference's quarter-pixel steps (see appendOutline), but for
+        // narrow convex ones, which it fills exactly; outlines to stroke stay as they are.
         const double deviceLeft = ctm.xx * (gx + outline.xMin * scale * squeeze) + ctm.x0;
         const double deviceRight = ctm.xx * (gx + outline.xMax * scale * squeeze) + ctm.x0;
         const bool exact = outline.convex
