@@ -2,6 +2,7 @@
 
 #include "web/canvas/CanvasDrawingState.h"
 #include "web/canvas/FlattenedPath.h"
+#include "web/text/GlyphCoverage.h"
 
 #include <cairo.h>
 
@@ -19,6 +20,8 @@ struct CanvasShape {
     cairo_fill_rule_t fillRule = CAIRO_FILL_RULE_WINDING;
     // Glyph outlines from a font, made to be filled by summing their windings.
     bool glyphs = false;
+    // For glyphs drawn as the reference draws its glyph masks: what their coverage becomes.
+    const GlyphCoverageTable* coverageTable = nullptr;
 };
 
 // An image painted into a shape (drawImage): `surface` seen through `patternMatrix`, which

@@ -8,6 +8,7 @@
 #include "web/canvas/PolylineStroker.h"
 
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -18,6 +19,51 @@ DeviceContours outlineOf(const FlattenedPath& path)
     for (const auto& subpath : path.subpaths)
         contours.push_back(subpath.points);
     return contours;
+}
+
+// Measured against the reference's pictures, as for glyphs (see text_geometry): it fills a
+// curved outline as if every end of its lines and curves lay on the nearest quarter of a pixel
+// vertically, the curves between keeping their shape. The same ends moved here, each curve's
+// control points with the end beside them, put the flat ends of curves on the reference's
+// pixels. Device-space path data in, the same data moved out.
+std::vector<cairo_path_data_t> withEndsOnQuarterRows(std::span<const cairo_path_data_t> data)
+{
+    std::vector<cairo_path_data_t> moved(data.begin(), data.end());
+    auto nearestQuarter = [](double y) { return std::floor(y * 4 + 0.5) / 4; };
+    double shift = 0;  // how far the last end was moved
+    for (std::size_t i = 0; i < moved.size(); i += moved[i].header.length) {
+        cairo_path_data_t* element = &moved[i];
+        switch (element->header.type) {
+        case CAIRO_PATH_MOVE_TO:
+        case CAIRO_PATH_LINE_TO: {
+            const double y = element[1].point.y;
+            element[1].point.y = nearestQuarter(y);
+            shift = element[1].point.y - y;
+            break;
+        }
+        case CAIRO_PATH_CURVE_TO: {
+            element[1].point.y += shift;
+            const double y = element[3].point.y;
+            element[3].point.y = nearestQuarter(y);
+            shift = element[3].point.y - y;
+            element[2].point.y += shift;
+            break;
+        }
+        case CAIRO_PATH_CLOSE_PATH:
+            break;
+        }
+        if (element->header.length < 1)
+            break;
+    }
+    return moved;
+}
+
+// Porter and Duff's operators that leave the target alone where the source is absent, so that
+// a mask's empty parts change nothing (Cairo's blend modes do not keep to that).
+bool masksLikeFills(cairo_operator_t op)
+{
+    return op == CAIRO_OPERATOR_OVER || op == CAIRO_OPERATOR_ATOP || op == CAIRO_OPERATOR_DEST_OVER
+        || op == CAIRO_OPERATOR_DEST_OUT || op == CAIRO_OPERATOR_XOR || op == CAIRO_OPERATOR_ADD;
 }
 
 } // namespace
@@ -52,8 +98,13 @@ void CanvasPainter::setStrokeStyle(cairo_t* cr) const
 bool CanvasPainter::paintByCoverage(cairo_t* cr, const CanvasShape& shape, const FlattenedPath& path) const
 {
     // Cairo stays in charge of what this does not cover: dashes, strokes whose pen a transform
-    // stretches, and operators that reach beyond the shape.
-    if (cairo_get_operator(cr) != CAIRO_OPERATOR_OVER)
+    // stretches, and operators that reach beyond the shape. Glyphs go through a mask under
+    // every operator that composites a mask as it would a fill, as the reference's glyph
+    // masks do.
+    const cairo_operator_t op = cairo_get_operator(cr);
+    if (shape.glyphs && !shape.stroke && masksLikeFills(op))
+        return paintCoverage(cr, outlineOf(path), shape.fillRule, shape.coverageTable);
+    if (op != CAIRO_OPERATOR_OVER)
         return false;
     if (!shape.stroke) {
         // A font's glyphs, which are drawn to be filled so, or one convex outline: elsewhere,
@@ -86,6 +137,13 @@ void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, std::spa
     // Straight-edged fills stay with Cairo, which draws them faster still; everything else is
     // flattened once, for a coverage mask or for a long stroke's pieces.
     bool flatten = shape.stroke || shape.glyphs || containsCurves(data);
+    // Curved fills take the reference's quarter-pixel steps; glyphs have taken them already,
+    // and strokes are outlined from the path as it is.
+    std::vector<cairo_path_data_t> stepped;
+    if (flatten && !shape.stroke && !shape.glyphs) {
+        stepped = withEndsOnQuarterRows(data);
+        data = stepped;
+    }
     FlattenedPath path = flatten ? flattenPath(data, cairo_get_tolerance(cr)) : FlattenedPath{};
     if (flatten && paintByCoverage(cr, shape, path)) {
         cairo_new_path(cr);

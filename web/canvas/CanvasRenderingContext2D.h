@@ -242,8 +242,9 @@ private:
     void fillOrStroke(const CanvasPath& path, bool inUserSpace, bool stroke, CanvasFillRule fillRule);
     void addClip(std::vector<cairo_path_data_t> devicePath, CanvasFillRule fillRule);
     bool hitTest(std::span<const cairo_path_data_t> path, bool inUserSpace, double x, double y, bool stroke, CanvasFillRule fillRule);
-    // Paints the path `appendText` adds in user space (glyph outlines) as a fill or a stroke.
-    void drawText(const std::function<void(cairo_t*)>& appendText, bool stroke);
+    // Paints the path `appendText` adds in user space (glyph outlines of text `fontSize` pixels
+    // high) as a fill or a stroke.
+    void drawText(const std::function<void(cairo_t*)>& appendText, double fontSize, bool stroke);
     // Sets `style` from a CanvasStyle value, leaving it alone for text that is not a colour.
     void setStyle(CanvasPaintStyle& style, const CanvasStyle& value) const;
     // A CSS colour, currentcolor being the canvas element's colour.

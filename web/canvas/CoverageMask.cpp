@@ -54,6 +54,7 @@ struct SpanTarget {
     unsigned char* pixels;
     int stride;
     PixelBox box;
+    const std::array<unsigned char, 256>* table;
 };
 
 void writeSpans(int y, int count, const FT_Span* spans, void* user)
@@ -65,14 +66,16 @@ void writeSpans(int y, int count, const FT_Span* spans, void* user)
     for (int i = 0; i < count; ++i) {
         int start = std::max(int(spans[i].x), target->box.left);
         int end = std::min(int(spans[i].x) + int(spans[i].len), target->box.right);
+        const unsigned char coverage = target->table ? (*target->table)[spans[i].coverage] : spans[i].coverage;
         if (end > start)
-            std::memset(row + (start - target->box.left), spans[i].coverage, std::size_t(end - start));
+            std::memset(row + (start - target->box.left), coverage, std::size_t(end - start));
     }
 }
 
 } // namespace
 
-bool paintCoverage(cairo_t* cr, const DeviceContours& contours, cairo_fill_rule_t rule)
+bool paintCoverage(cairo_t* cr, const DeviceContours& contours, cairo_fill_rule_t rule,
+                   const std::array<unsigned char, 256>* table)
 {
     FT_Library library = rasterLibrary();
     if (!library)
@@ -130,7 +133,7 @@ bool paintCoverage(cairo_t* cr, const DeviceContours& contours, cairo_fill_rule_
         return false;
     }
     cairo_surface_flush(mask);
-    SpanTarget target{cairo_image_surface_get_data(mask), stride, box};
+    SpanTarget target{cairo_image_surface_get_data(mask), stride, box, table};
     FT_Raster_Params params{};
     params.source = &outline;
     params.flags = FT_RASTER_FLAG_AA | FT_RASTER_FLAG_DIRECT | FT_RASTER_FLAG_CLIP;

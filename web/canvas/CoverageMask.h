@@ -2,6 +2,7 @@
 
 #include <cairo.h>
 
+#include <array>
 #include <vector>
 
 // Fills and strokes of curved shapes, drawn as a coverage mask.
@@ -20,6 +21,8 @@ struct DevicePoint {
 using DeviceContours = std::vector<std::vector<DevicePoint>>;
 
 // Paints the current source of `cr` through the coverage of `contours` (nonzero or even-odd)
-// with the current operator and clip, as a fill of the same outline would. False, having drawn
-// nothing, for outlines out of the rasterizer's range; the caller then lets Cairo fill.
-bool paintCoverage(cairo_t* cr, const DeviceContours& contours, cairo_fill_rule_t rule);
+// with the current operator and clip, as a fill of the same outline would; with `table`, each
+// pixel's coverage is looked up in it first. False, having drawn nothing, for outlines out of
+// the rasterizer's range; the caller then lets Cairo fill.
+bool paintCoverage(cairo_t* cr, const DeviceContours& contours, cairo_fill_rule_t rule,
+                   const std::array<unsigned char, 256>* table = nullptr);

@@ -41,7 +41,7 @@ TextMetrics measureText(std::string_view utf8, std::shared_ptr<const CanvasTextS
 }
 
 void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, const CanvasTextStyle& style,
-                    std::optional<double> maxWidth)
+                    std::optional<double> maxWidth, TextPathUse use)
 {
     if (!cr || !std::isfinite(x) || !std::isfinite(y))
         return;
@@ -62,11 +62,11 @@ void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y, cons
     const VerticalMetrics v = verticalMetrics(layout.primary, style.font.size);
     const double startX = x - alignOffset(style.align, style.direction, width);
     const double baselineY = y + baselineOffset(style.baseline, v);
-    appendGlyphOutlines(cr, *layout.shaped, style, startX, baselineY, squeeze);
+    appendGlyphOutlines(cr, *layout.shaped, style, startX, baselineY, squeeze, use);
 }
 
 void appendTextClusterPath(cairo_t* cr, const TextCluster& cluster, double x, double y,
-                           const TextClusterOptions& options)
+                           const TextClusterOptions& options, TextPathUse use)
 {
     if (!cr || !cluster.layout || cluster.start >= cluster.end)
         return;
@@ -93,7 +93,7 @@ void appendTextClusterPath(cairo_t* cr, const TextCluster& cluster, double x, do
     const VerticalMetrics v = verticalMetrics(layout.primaryFace(), style.font.size);
     const double baselineY = anchorY + baselineOffset(options.baseline.value_or(cluster.baseline), v);
     const ShapedText& shaped = layout.shaped();
-    appendGlyphOutlines(cr, shaped, style, anchorX - edge, baselineY, 1, [&](const ShapedGlyph& glyph) {
+    appendGlyphOutlines(cr, shaped, style, anchorX - edge, baselineY, 1, use, [&](const ShapedGlyph& glyph) {
         const ShapedCluster& owner = shaped.clusters[glyph.cluster];
         return owner.from < cluster.end && owner.to > cluster.start;
     });

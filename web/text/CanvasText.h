@@ -18,6 +18,8 @@ TextMetrics measureText(std::string_view utf8, std::shared_ptr<const CanvasTextS
 // Adds the outlines of `utf8` to cr's current path, in cr's current user space, with the
 // alignment point at (x, y) placed by the style's align and baseline. With `maxWidth`, text
 // wider than it is squeezed horizontally to fit; a maxWidth that is not finite or not
-// positive adds nothing, and so do non-finite x or y. The caller fills or strokes the path.
+// positive adds nothing, and so do non-finite x or y. The caller fills or strokes the path, and
+// says which by `use`.
 void appendTextPath(cairo_t* cr, std::string_view utf8, double x, double y,
-                    const CanvasTextStyle& style, std::optional<double> maxWidth);
+                    const CanvasTextStyle& style, std::optional<double> maxWidth,
+                    TextPathUse use = TextPathUse::Outline);

@@ -42,3 +42,7 @@ struct CanvasTextStyle {
     double wordSpacing = 0;    // CSS pixels, added to every space
     CanvasFontKerning kerning = CanvasFontKerning::Auto;
 };
+
+// What a text path is made for. Glyphs to fill take the steps the reference's glyph rasterizer
+// gives their edges; outlines to stroke or to measure stay as the font draws them.
+enum class TextPathUse { Outline, Fill };

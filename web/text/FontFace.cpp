@@ -104,6 +104,27 @@ int conicTo(const FT_Vector* control, const FT_Vector* to, void* user)
     return 0;
 }
 
+bool isConvex(const FT_Outline& outline)
+{
+    if (outline.n_contours != 1 || outline.n_points < 3)
+        return false;
+    int sign = 0;
+    const int n = outline.n_points;
+    for (int i = 0; i < n; ++i) {
+        const FT_Vector& a = outline.points[i];
+        const FT_Vector& b = outline.points[(i + 1) % n];
+        const FT_Vector& c = outline.points[(i + 2) % n];
+        const long long cross = static_cast<long long>(b.x - a.x) * (c.y - b.y) - static_cast<long long>(b.y - a.y) * (c.x - b.x);
+        if (cross == 0)
+            continue;
+        const int turn = cross > 0 ? 1 : -1;
+        if (sign && turn != sign)
+            return false;
+        sign = turn;
+    }
+    return true;
+}
+
 struct OutlineKey {
     const FontFace* face;
     std::uint64_t glyph;  // glyph id and made-up bold strength
@@ -247,6 +268,7 @@ GlyphOutline FontFace::loadOutline(std::uint32_t glyph, long boldStrength) const
     if (FT_Outline_Decompose(outline, &funcs, &sink))
         return GlyphOutline{};
     sink.closeIfOpen();
+    result.convex = isConvex(*outline);
     if (outline->n_points > 0) {
         FT_BBox box;
         FT_Outline_Get_CBox(outline, &box);

@@ -16,6 +16,9 @@ struct GlyphOutline {
     std::vector<Verb> verbs;
     std::vector<float> points;  // x, y pairs; one for Move and Line, three for Cubic
     float xMin = 0, yMin = 0, xMax = 0, yMax = 0;
+    // One contour whose control polygon turns one way only: the reference fills narrow ones
+    // with exact coverage, and every other outline by sampling four rows a pixel.
+    bool convex = false;
     bool empty() const { return verbs.empty(); }
 };
 

@@ -36,4 +36,4 @@ struct TextCluster {
 // (x, y), and the glyphs stand at it by the cluster's (or the options') align and baseline.
 // Non-finite coordinates add nothing.
 void appendTextClusterPath(cairo_t* cr, const TextCluster& cluster, double x, double y,
-                           const TextClusterOptions& options);
+                           const TextClusterOptions& options, TextPathUse use = TextPathUse::Outline);

@@ -4,6 +4,7 @@
 
 #include <cairo.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace text_geometry {
@@ -20,6 +21,9 @@ double roundToLayoutUnit(double value)
 {
     return std::round(value * 64) / 64;
 }
+
+// Convex outlines up to this many device pixels wide the reference fills with exact coverage.
+constexpr double kExactFillWidth = 32;
 
 // Large glyphs have their ink boxes rounded out at this size and scaled up.
 constexpr double kOutlineMeasureSize = 64;
@@ -61,24 +65,50 @@ bool snapToDevicePixels(cairo_t* cr, double& x, double& y, bool axisAligned)
     return true;
 }
 
-void appendOutline(cairo_t* cr, const GlyphOutline& outline, double x, double y, double scaleX, double scaleY)
+// How device y follows user y under a transform that keeps horizontal lines horizontal.
+struct VerticalMapping {
+    double scale, offset;
+};
+
+// Measured against the reference's pictures: it fills glyphs (but for narrow convex ones) as if
+// every point on the outline, every end of a line or a curve, lay on the nearest quarter of a
+// pixel vertically (after its font backend has scaled the point to a 64th of a pixel), the
+// curves between keeping their shape. Moving the same points, and each curve's control points
+// along with the end beside them, puts flat tops and bottoms, and the flat ends of curves, on
+// the reference's pixels, where exact outlines would shade them a level or two apart.
+void appendOutline(cairo_t* cr, const GlyphOutline& outline, double x, double y, double scaleX, double scaleY,
+                   const VerticalMapping* snap)
 {
     const float* p = outline.points.data();
+    // How far the last point on the outline was moved, in user space.
+    double moved = 0;
+    auto onOutline = [&](int k) {
+        const double offset = -p[2 * k + 1] * scaleY;
+        if (!snap)
+            return y + offset;
+        const double device = snap->scale * y + snap->offset + std::round(offset * snap->scale * 64) / 64;
+        const double snapped = (std::floor(device * 4 + 0.5) / 4 - snap->offset) / snap->scale;
+        moved = snapped - (y + offset);
+        return snapped;
+    };
     for (GlyphOutline::Verb verb : outline.verbs) {
         switch (verb) {
         case GlyphOutline::Move:
-            cairo_move_to(cr, x + p[0] * scaleX, y - p[1] * scaleY);
+            cairo_move_to(cr, x + p[0] * scaleX, onOutline(0));
             p += 2;
             break;
         case GlyphOutline::Line:
-            cairo_line_to(cr, x + p[0] * scaleX, y - p[1] * scaleY);
+            cairo_line_to(cr, x + p[0] * scaleX, onOutline(0));
             p += 2;
             break;
-        case GlyphOutline::Cubic:
-            cairo_curve_to(cr, x + p[0] * scaleX, y - p[1] * scaleY, x + p[2] * scaleX, y - p[3] * scaleY,
-                           x + p[4] * scaleX, y - p[5] * scaleY);
+        case GlyphOutline::Cubic: {
+            const double firstControl = y - p[1] * scaleY + moved;
+            const double end = onOutline(2);
+            cairo_curve_to(cr, x + p[0] * scaleX, firstControl, x + p[2] * scaleX, y - p[3] * scaleY + moved,
+                           x + p[4] * scaleX, end);
             p += 6;
             break;
+        }
         case GlyphOutline::Close:
             cairo_close_path(cr);
             break;
@@ -233,7 +263,7 @@ InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style,
 }
 
 void appendGlyphOutlines(cairo_t* cr, const ShapedText& shaped, const CanvasTextStyle& style, double startX,
-                         double baselineY, double squeeze, const std::function<bool(const ShapedGlyph&)>& include)
+                         double baselineY, double squeeze, TextPathUse use, const std::function<bool(const ShapedGlyph&)>& include)
 {
     cairo_matrix_t ctm;
     cairo_get_matrix(cr, &ctm);
@@ -257,7 +287,15 @@ void appendGlyphOutlines(cairo_t* cr, const ShapedText& shaped, const CanvasText
         if (!snapToDevicePixels(cr, gx, gy, axisAligned))
             continue;
         const double scale = at.size / glyph.face->unitsPerEm();
-        appendOutline(cr, outline, gx, gy, scale * squeeze, scale);
+        // Glyphs to fill take the reference's quarter-pixel steps (see appendOutline), but for
+        // narrow convex ones, which it fills exactly; outlines to stroke stay as they are.
+        const double deviceLeft = ctm.xx * (gx + outline.xMin * scale * squeeze) + ctm.x0;
+        const double deviceRight = ctm.xx * (gx + outline.xMax * scale * squeeze) + ctm.x0;
+        const bool exact = outline.convex
+            && std::ceil(std::max(deviceLeft, deviceRight)) - std::floor(std::min(deviceLeft, deviceRight)) <= kExactFillWidth;
+        const VerticalMapping mapping{ctm.yy, ctm.y0};
+        appendOutline(cr, outline, gx, gy, scale * squeeze, scale,
+                      use == TextPathUse::Fill && axisAligned && !exact ? &mapping : nullptr);
     }
 }
 

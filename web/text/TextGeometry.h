@@ -70,9 +70,10 @@ InkBox inkBox(const ShapedText& shaped, const CanvasTextStyle& style,
               const std::function<bool(const ShapedGlyph&)>& include = {});
 
 // Adds the outlines of the glyphs `include` accepts to cr's path, the text's left end on the
-// baseline at (startX, baselineY) in cr's user space, squeezed horizontally by `squeeze`.
+// baseline at (startX, baselineY) in cr's user space, squeezed horizontally by `squeeze`; glyphs
+// to fill as the reference rasterizes them with `use` Fill.
 void appendGlyphOutlines(cairo_t* cr, const ShapedText& shaped, const CanvasTextStyle& style, double startX,
-                         double baselineY, double squeeze,
+                         double baselineY, double squeeze, TextPathUse use,
                          const std::function<bool(const ShapedGlyph&)>& include = {});
 
 } // namespace text_geometry

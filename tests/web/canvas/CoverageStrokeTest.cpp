@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <functional>
+#include <string>
 
 namespace {
 
@@ -166,6 +167,39 @@ TEST(CoverageStroke, OutlinesItCannotFillAsAUnionAreLeftToCairo)
     (void)canvas->arc(20, 20, 12, 0, 3 * M_PI);
     canvas->stroke();
     EXPECT_EQ(pixelAt(canvas, 32, 21)[3], 255);
+}
+
+// A curved fill's flat top, the ends of a line, lands on the nearest quarter pixel as in the
+// reference's pictures, at any fraction and under a transform, while a fill of straight edges
+// keeps its exact coverage: the top row, a fraction f of it inside, comes out in quarter steps
+// of alpha where exact coverage gives f.
+TEST(CurvedFill, FlatEndsTakeQuarterPixelSteps)
+{
+    auto topRowAlpha = [](double top, bool curved, double scale) {
+        TestCanvas canvas(60, 60);
+        canvas->scale(scale, scale);
+        canvas->beginPath();
+        canvas->moveTo(10 / scale, top / scale);
+        canvas->lineTo(40 / scale, top / scale);
+        if (curved)
+            canvas->quadraticCurveTo(50 / scale, 40 / scale, 40 / scale, 50 / scale);
+        else
+            canvas->lineTo(40 / scale, 50 / scale);
+        canvas->lineTo(10 / scale, 50 / scale);
+        canvas->closePath();
+        canvas->fill();
+        return pixelAt(canvas, 25, int(std::floor(top)))[3];
+    };
+    for (double scale : {1.0, 2.5}) {
+        for (double fraction : {0.05, 0.2, 0.3, 0.45, 0.6, 0.7, 0.85, 0.95}) {
+            const double top = 20 + fraction;
+            const double inside = 1 - fraction;
+            const double stepped = 1 - std::floor(fraction * 4 + 0.5) / 4;
+            const std::string where = "top at " + std::to_string(top) + ", scale " + std::to_string(scale);
+            EXPECT_NEAR(topRowAlpha(top, true, scale), stepped * 255, 1.5) << where;
+            EXPECT_NEAR(topRowAlpha(top, false, scale), inside * 255, 1.5) << where;
+        }
+    }
 }
 
 } // namespace

@@ -51,7 +51,8 @@ std::string ImageDiff::describe() const
         return text.str();
     }
     text << differing << " of " << painted << " painted pixels differ (" << share() * 100.0
-         << "%), largest channel difference " << largestDelta;
+         << "%), " << strictShare() * 100.0 << "% by more than " << kStrictChannelTolerance
+         << ", largest channel difference " << largestDelta;
     return text.str();
 }
 
@@ -76,6 +77,8 @@ ImageDiff compareImages(cairo_surface_t* ours, cairo_surface_t* reference, int c
             diff.largestDelta = std::max(diff.largestDelta, delta);
             if (delta > channelTolerance)
                 ++diff.differing;
+            if (delta > kStrictChannelTolerance)
+                ++diff.strictlyDiffering;
         }
     }
     return diff;

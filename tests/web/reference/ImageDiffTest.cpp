@@ -53,6 +53,41 @@ TEST(ImageDiff, CountsOnlyPixelsBeyondTheToleranceAmongPaintedOnes)
     EXPECT_EQ(compareImages(ours.get(), reference.get(), 200).differing, 0);
 }
 
+// The strict measure ignores the case's tolerance: a pixel counts when a channel is off by more
+// than 32, and a picture is close up to 1 % of such pixels, grossly different past 20 %.
+TEST(ImageDiff, StrictShareJudgesEveryPictureAlike)
+{
+    auto reference = filled(10, 10, 0xff000000);
+    auto ours = filled(10, 10, 0xff000000);
+    setPixel(ours.get(), 0, 0, 0xff000020); // off by exactly 32: not counted
+    setPixel(ours.get(), 1, 0, 0xff000021); // off by 33
+    ImageDiff diff = compareImages(ours.get(), reference.get(), 100);
+    EXPECT_EQ(diff.differing, 0);
+    EXPECT_EQ(diff.strictlyDiffering, 1);
+    EXPECT_DOUBLE_EQ(diff.strictShare(), 0.01);
+    EXPECT_TRUE(diff.close());
+    EXPECT_FALSE(diff.grosslyDifferent());
+
+    setPixel(ours.get(), 2, 0, 0xffffffff);
+    diff = compareImages(ours.get(), reference.get(), 100);
+    EXPECT_FALSE(diff.close());
+    EXPECT_FALSE(diff.grosslyDifferent());
+
+    for (int x = 0; x < 18; ++x)
+        setPixel(ours.get(), x % 10, 1 + x / 10, 0xffffffff);
+    EXPECT_FALSE(compareImages(ours.get(), reference.get(), 100).grosslyDifferent()); // 20 %
+    setPixel(ours.get(), 0, 3, 0xffffffff);
+    EXPECT_TRUE(compareImages(ours.get(), reference.get(), 100).grosslyDifferent());  // 21 %
+}
+
+TEST(ImageDiff, PicturesOfDifferentSizesAreNeverClose)
+{
+    auto a = filled(3, 3, 0), b = filled(4, 3, 0);
+    const ImageDiff diff = compareImages(a.get(), b.get(), 255);
+    EXPECT_FALSE(diff.close());
+    EXPECT_TRUE(diff.grosslyDifferent());
+}
+
 TEST(ImageDiff, EmptyPicturesMatchAndSizeOrFormatMismatchesNever)
 {
     auto a = filled(3, 3, 0), b = filled(3, 3, 0);

@@ -29,10 +29,10 @@ protected:
     }
 
     Extents draw(std::string_view text, double x, double y, const CanvasTextStyle& style,
-                 std::optional<double> maxWidth = std::nullopt)
+                 std::optional<double> maxWidth = std::nullopt, TextPathUse use = TextPathUse::Outline)
     {
         cairo_new_path(cr_);
-        appendTextPath(cr_, text, x, y, style, maxWidth);
+        appendTextPath(cr_, text, x, y, style, maxWidth, use);
         Extents e;
         cairo_path_extents(cr_, &e.left, &e.top, &e.right, &e.bottom);
         return e;
@@ -153,6 +153,47 @@ TEST_F(TextPathTest, AddsToThePathInUserSpace)
     cairo_matrix_t m;
     cairo_get_matrix(cr_, &m);
     EXPECT_EQ(m.xx, 1);
+}
+
+// Filled glyphs have the ends of their lines and curves, and so their flat tops and bottoms and
+// the flat ends of their curves, on the quarter pixels where the reference's pictures have
+// them; outlines to stroke keep the font's shape, and so does text turned off the pixel grid,
+// where the steps would not be horizontal.
+TEST_F(TextPathTest, FilledGlyphsTakeQuarterPixelStepsAndStrokedOnesDoNot)
+{
+    auto onQuarter = [](double v) { return std::abs(v * 4 - std::round(v * 4)) < 1e-6; };
+    // Flat-topped, and round with its top and bottom at ends of curves.
+    for (const char* text : {"H", "O"}) {
+        int moved = 0;
+        for (double size = 10; size <= 60; size += 1.5) {
+            const CanvasTextStyle style = styleOf((std::to_string(size) + "px Helvetica").c_str());
+            const std::string where = std::string(text) + " at " + std::to_string(size) + "px";
+            const Extents outline = draw(text, 10, 70, style);
+            const Extents filled = draw(text, 10, 70, style, std::nullopt, TextPathUse::Fill);
+            EXPECT_TRUE(onQuarter(filled.top)) << where << ": " << filled.top;
+            EXPECT_TRUE(onQuarter(filled.bottom)) << where << ": " << filled.bottom;
+            EXPECT_LE(std::abs(filled.top - outline.top), 0.125 + 1.0 / 64) << where;
+            EXPECT_LE(std::abs(filled.bottom - outline.bottom), 0.125 + 1.0 / 64) << where;
+            EXPECT_NEAR(filled.left, outline.left, 1e-9) << where;
+            EXPECT_NEAR(filled.right, outline.right, 1e-9) << where;
+            moved += filled.top != outline.top;
+
+            // Doubled, the steps are quarters of device pixels: eighths of user ones.
+            cairo_save(cr_);
+            cairo_scale(cr_, 2, 2);
+            const Extents scaled = draw(text, 10, 35, style, std::nullopt, TextPathUse::Fill);
+            cairo_restore(cr_);
+            EXPECT_TRUE(onQuarter(scaled.top * 2)) << where << ": " << scaled.top;
+
+            cairo_save(cr_);
+            cairo_rotate(cr_, 0.3);
+            const Extents turnedOutline = draw(text, 10, 35, style);
+            const Extents turnedFill = draw(text, 10, 35, style, std::nullopt, TextPathUse::Fill);
+            cairo_restore(cr_);
+            EXPECT_DOUBLE_EQ(turnedFill.top, turnedOutline.top) << where;
+        }
+        EXPECT_GT(moved, 10) << text;
+    }
 }
 
 TEST_F(TextPathTest, WhiteSpaceBecomesSpaces)
