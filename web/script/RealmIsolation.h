@@ -14,10 +14,9 @@ class Realm;
 // gets it back as it was:
 //
 // - Once, when the realm is made, every object reachable from the global object and from the
-//   intrinsics scripts reach by syntax alone is recorded, and a check is compiled that compares
-//   their own properties with the record: values of everything a script can assign, presence
-//   of accessors, counts of enumerable and symbol keys (additions by assignment are
-//   enumerable). Built-in functions that have nothing but their name and length (nine in ten
+//   intrinsics scripts reach by syntax alone is recorded, and a check compares their own
+//   properties with the record: values of everything a script can assign, presence of
+//   accessors, the count of own keys (which tells of keys added by assignment). Built-in functions that have nothing but their name and length (nine in ten
 //   of the objects) are made non-extensible instead of checked: those two properties are
 //   read-only, so only `delete` could still change them, and comparing them every time would
 //   cost more than the rest of the check together.
