@@ -30,6 +30,7 @@ constexpr const char* kBootstrap = R"JS((function () {
         objectPrototype: g.Object.prototype,
         defineProperty,
         preventExtensions: Reflect.preventExtensions,
+        freeze: Object.freeze,
         deleteProperty: Reflect.deleteProperty,
         promiseThen: g.Promise.prototype.then,
         isResizable: Object.getOwnPropertyDescriptor(g.ArrayBuffer.prototype, 'resizable').get,

@@ -19,7 +19,9 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     const apply = Reflect.apply, is = Object.is;
     const hasOwn = Object.hasOwn;
     const makeFunction = Function, quote = JSON.stringify, assign = Object.assign, create = Object.create;
-    const preventExtensions = intrinsics.preventExtensions, defineProperty = intrinsics.defineProperty;
+    const freeze = intrinsics.freeze, defineProperty = intrinsics.defineProperty;
+    const lookupGetter = Function.prototype.call.bind(Object.prototype.__lookupGetter__);
+    const lookupSetter = Function.prototype.call.bind(Object.prototype.__lookupSetter__);
     const deleteProperty = intrinsics.deleteProperty;
     const regExpExec = RegExp.prototype.exec, emptyPattern = /(?:)/;
     const global = globalThis;
@@ -87,10 +89,11 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     };
 
     // What the check compares, object after object, kept as tables that one loop walks. Written
-    // out as code, the thousand comparisons made functions whose code and inline caches pushed
-    // the render's own out of the processor's caches: the render after the check paid more for
-    // that than the check took.
+    // out as code, the thousand comparisons made functions whose machine code and inline caches
+    // pushed the render's own out of the processor's caches: the render after the check paid
+    // more for that than the check took.
     const O = [], counts = [], valueEnds = [], valueKeys = [], values = [], presentEnds = [], presentKeys = [];
+    const accessorEnds = [], accessorKeys = [], accessors = [], accessorLookups = [];
     const methods = [];
     for (const object of objects) {
         const own = ownKeys(object);
@@ -100,10 +103,23 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
         }
         for (const key of own) {
             const d = describe(object, key);
-            // A deleted property reads as undefined; where that is its value, only its absence
-            // tells (and a key added in its place would keep the count).
-            if (!('value' in d) || (d.value === undefined && d.configurable))
+            if (!('value' in d)) {
+                // An accessor must still be the one found there: deleted and assigned again, it
+                // would be a data property under the same key, which neither the count nor the
+                // key's presence tells.
+                const lookup = d.get ? lookupGetter : lookupSetter, accessor = d.get || d.set;
+                if (lookup(object, key) === accessor && lookup(object, key) === accessor) {
+                    accessorKeys.push(key);
+                    accessors.push(accessor);
+                    accessorLookups.push(lookup);
+                } else {
+                    presentKeys.push(key);
+                }
+            } else if (d.value === undefined && d.configurable) {
+                // A deleted property reads as undefined; where that is its value, only its
+                // absence tells (and a key added in its place would keep the count).
                 presentKeys.push(key);
+            }
             if ('value' in d && (d.writable || d.configurable)) {
                 valueKeys.push(key);
                 values.push(d.value);
@@ -115,11 +131,14 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
         counts.push(own.length);
         valueEnds.push(valueKeys.length);
         presentEnds.push(presentKeys.length);
+        accessorEnds.push(accessorKeys.length);
     }
-    methods.forEach((method) => preventExtensions(method));
+    // Built-in functions with nothing but a name and a length cannot change: comparing those
+    // every time would cost more than the rest of the check together.
+    methods.forEach((method) => freeze(method));
 
     const builtinsChanged = () => {
-        let k = 0, p = 0;
+        let k = 0, p = 0, a = 0;
         for (let i = 0; i < O.length; i++) {
             const o = O[i];
             for (const end = valueEnds[i]; k < end; k++) {
@@ -130,6 +149,10 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
             }
             for (const end = presentEnds[i]; p < end; p++) {
                 if (!hasOwn(o, presentKeys[p]))
+                    return true;
+            }
+            for (const end = accessorEnds[i]; a < end; a++) {
+                if (accessorLookups[a](o, accessorKeys[a]) !== accessors[a])
                     return true;
             }
             if (ownKeys(o).length !== counts[i])
