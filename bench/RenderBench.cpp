@@ -1,5 +1,6 @@
-// One battery render the whole way (call text, script, PNG, Base64, decode, flip), the engine's
-// start-up, and a theme list's worth of previews.
+// One battery render the whole way (the script's function called with the state, its canvas's
+// PNG data URL, the picture, the flip), the engine's start-up, and a theme list's worth of
+// previews.
 #include "render/QLAWBatteryRenderer.h"
 #include "store/EmbeddedFile.h"
 #include "store/ThemeScripts.h"

@@ -82,23 +82,36 @@ UIImage QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(const PlistD
     std::optional<std::string_view> parameters = themeScriptParameterList(*script);
     if (!parameters)
         return fail(failure, "the script has no parameter list");
-    std::string call = themeScriptCallText(*script, usesLongCallForm(*parameters), arguments);
+    bool longForm = usesLongCallForm(*parameters);
 
+    // The function compiled once and called with the argument values where the script is one
+    // function expression, the call's text evaluated otherwise: the same call either way.
     ++evaluations;
-    std::string result = webView.stringByEvaluatingJavaScriptFromString(call);
+    double imageScale = UIScreen::mainScreen().scale();
+    std::optional<UIWebView::DataURLResult> called;
+    if (std::optional<std::vector<ThemeCallValue>> values = themeScriptCallValues(longForm, arguments))
+        called = webView.dataURLByCallingFunction(*script, *values, imageScale);
+    UIWebView::DataURLResult result = called ? std::move(*called)
+        : webView.dataURLByEvaluatingJavaScriptFromString(themeScriptCallText(*script, longForm, arguments), imageScale);
     if (webView.lastStopWasLimit())
         scriptsThatHitALimit().insert(*script);
-    if (result.empty())
-        return fail(failure, webView.lastError().empty() ? "the script returned nothing" : webView.lastError());
-    std::size_t marker = result.find("base64,");
-    if (marker == std::string::npos)
-        return fail(failure, "the script returned no PNG data URL");
-    std::optional<std::vector<std::uint8_t>> png = Base64::decode(std::string_view(result).substr(marker + 7));
-    if (!png)
-        return fail(failure, "the data URL is not valid Base64");
-    UIImage image = UIImage::imageWithDataScale(*png, UIScreen::mainScreen().scale());
-    if (image.isNil())
-        return fail(failure, "the data URL holds no readable PNG");
+    UIImage image = result.image;
+    if (result.fromCanvas) {
+        if (image.isNil())
+            return fail(failure, "the data URL holds no readable PNG");
+    } else {
+        if (result.text.empty())
+            return fail(failure, webView.lastError().empty() ? "the script returned nothing" : webView.lastError());
+        std::size_t marker = result.text.find("base64,");
+        if (marker == std::string::npos)
+            return fail(failure, "the script returned no PNG data URL");
+        std::optional<std::vector<std::uint8_t>> png = Base64::decode(std::string_view(result.text).substr(marker + 7));
+        if (!png)
+            return fail(failure, "the data URL is not valid Base64");
+        image = UIImage::imageWithDataScale(*png, imageScale);
+        if (image.isNil())
+            return fail(failure, "the data URL holds no readable PNG");
+    }
 
     bool flipX = settings.value("flipX").boolValue();
     bool flipY = settings.value("flipY").boolValue();

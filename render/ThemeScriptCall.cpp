@@ -3,6 +3,7 @@
 #include "platform/core/UnicodeSpace.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <vector>
 
@@ -104,4 +105,56 @@ std::string themeScriptCallText(std::string_view script, bool longForm, const Th
     call += script;
     call += arguments;
     return call;
+}
+
+namespace {
+
+// The number a decimal literal ("-"? digits, then "." and digits or nothing) stands for, as a
+// script reads it: the nearest double, which from_chars finds too.
+std::optional<double> literalValue(const char* format, double value)
+{
+    char text[400];
+    int length = std::snprintf(text, sizeof text, format, value);
+    if (length <= 0 || length >= int(sizeof text))
+        return std::nullopt;
+    std::string_view literal(text, std::size_t(length));
+    std::size_t at = literal.starts_with('-') ? 1 : 0;
+    std::size_t digits = at;
+    while (digits < literal.size() && literal[digits] >= '0' && literal[digits] <= '9')
+        ++digits;
+    if (digits == at)
+        return std::nullopt;
+    if (digits < literal.size()) {
+        std::size_t fraction = digits + 1;
+        if (literal[digits] != '.' || fraction == literal.size())
+            return std::nullopt;
+        for (std::size_t i = fraction; i < literal.size(); ++i)
+            if (literal[i] < '0' || literal[i] > '9')
+                return std::nullopt;
+    }
+    double parsed = 0;
+    auto [end, error] = std::from_chars(literal.data(), literal.data() + literal.size(), parsed);
+    if (error != std::errc() || end != literal.data() + literal.size())
+        return std::nullopt;
+    return parsed;
+}
+
+} // namespace
+
+std::optional<std::vector<ThemeCallValue>> themeScriptCallValues(bool longForm, const ThemeCallArguments& a)
+{
+    std::optional<double> height = literalValue("%0.0f", static_cast<double>(a.pixelHeight));
+    if (!height)
+        return std::nullopt;
+    std::vector<ThemeCallValue> values{*height, double(a.level), a.charging, a.low};
+    if (longForm)
+        values.push_back(a.lowPowerMode);
+    values.push_back(std::vector<double>{double(a.color[0]), double(a.color[1]), double(a.color[2])});
+    if (longForm) {
+        std::optional<double> alpha = literalValue("%.2f", a.baseAlpha);
+        if (!alpha)
+            return std::nullopt;
+        values.push_back(std::vector<double>{double(a.baseColor[0]), double(a.baseColor[1]), double(a.baseColor[2]), *alpha});
+    }
+    return values;
 }

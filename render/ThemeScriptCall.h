@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
+#include <vector>
 
 // How a theme script is called: its text follows the word "function" and the function literal
 // is called at once, with five arguments (short form) or seven (long form).
@@ -28,3 +30,11 @@ struct ThemeCallArguments {
 // "(function<script>)(<height>,<level>,!!<charging>,!!<low>,[r,g,b])", or the long form with
 // the low-power flag and the base colour with its alpha.
 std::string themeScriptCallText(std::string_view script, bool longForm, const ThemeCallArguments& arguments);
+
+// A value of the call's argument list: a number, a boolean or an array of numbers.
+using ThemeCallValue = std::variant<double, bool, std::vector<double>>;
+
+// The values the call text's argument list evaluates to, in order. Nothing when a number does
+// not print as a plain decimal literal (an infinite or NaN height, a locale's decimal comma):
+// only the call text says what those mean.
+std::optional<std::vector<ThemeCallValue>> themeScriptCallValues(bool longForm, const ThemeCallArguments& arguments);

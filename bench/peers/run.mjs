@@ -11,8 +11,8 @@
 //   node bench/peers/run.mjs [--iterations N] [--batch K] [--only napi,canvas,chromium,ours]
 //        [--ours PATH] [--out DIR]
 // --out writes each engine's picture, to look at. A peer's time covers the call text up to the
-// returned data URL; ours also decodes and flips the PNG, so the ratios lean, if at all, the
-// peers' way. Times are medians over batches of K renders, after a warm-up.
+// returned data URL; ours also makes the picture and flips it, so the ratios lean, if at all,
+// the peers' way. Times are medians over batches of K renders, after a warm-up.
 import { execFileSync } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';

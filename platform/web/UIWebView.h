@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/core/CGGeometry.h"
+#include "platform/core/UIImage.h"
+#include "web/script/ScriptEngine.h"
 
 #include <chrono>
 #include <cstdint>
@@ -28,6 +30,25 @@ public:
     // stopped the script.
     std::string stringByEvaluatingJavaScriptFromString(std::string_view script);
 
+    // For a script meant to give a PNG data URL: evaluates it as stringByEvaluatingJavaScript-
+    // FromString does. When the value is a data URL that a canvas's toDataURL() made during this
+    // evaluation, passed back untouched, `fromCanvas` is set and `image` is the picture the URL
+    // holds, at `scale` (nil only when memory for it ran out): the PNG is never decoded, since
+    // its pixels are known. Otherwise `text` is what stringByEvaluatingJavaScriptFromString
+    // would give.
+    struct DataURLResult {
+        std::string text;
+        bool fromCanvas = false;
+        UIImage image;
+    };
+    DataURLResult dataURLByEvaluatingJavaScriptFromString(std::string_view script, double scale);
+    // The same for the call "(function<functionText>)(<arguments>)", its function compiled once
+    // for every text. Nothing, and nothing has run, when "function<functionText>" is not one
+    // function expression exactly: evaluate the call's text instead.
+    using Argument = script::ScriptArgument;
+    std::optional<DataURLResult> dataURLByCallingFunction(std::string_view functionText,
+                                                          std::span<const Argument> arguments, double scale);
+
     // Why the last evaluation gave "": the exception's text ("TypeError: ..."), "stopped after
     // 500 ms", "stopped: used too much memory", "the result is not a string"; empty after
     // success.
@@ -41,6 +62,9 @@ public:
     static void setExecutionTimeLimit(std::chrono::milliseconds limit);
 
 private:
+    void startDocumentIfReplaced();
+    DataURLResult dataURLResult(script::ScriptEngine::Result&& result, double scale);
+
     CGRect frame_;
     std::string lastError_;
     bool lastStopWasLimit_ = false;

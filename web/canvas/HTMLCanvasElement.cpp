@@ -126,10 +126,11 @@ std::string HTMLCanvasElement::toPNG()
     return surface ? encodePNG(surface) : std::string();
 }
 
-std::string HTMLCanvasElement::toDataURL(std::string_view, std::optional<double>)
+std::string HTMLCanvasElement::toDataURL(std::string_view, std::optional<double>, PNGImageData* data)
 {
     // Every type is written as PNG, which the standard allows for types one does not support.
-    std::string png = toPNG();
+    cairo_surface_t* surface = bitmap();
+    std::string png = surface ? encodePNG(surface, data) : std::string();
     if (png.empty())
         return "data:,";
     return base64DataURL("image/png", png);

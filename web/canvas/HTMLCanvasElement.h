@@ -4,6 +4,7 @@
 #include "web/canvas/HalfFloatPixels.h"
 #include "web/canvas/PredefinedColorSpace.h"
 #include "web/dom/Element.h"
+#include "web/image/PNGEncoder.h"
 
 #include <cairo.h>
 
@@ -86,8 +87,10 @@ public:
     CanvasRenderingContext2D* context2d() const { return context_.get(); }
 
     // "data:image/png;base64,..." for every type (PNG is the one we write), "data:," when the
-    // canvas has no bitmap (a side of zero, or too large).
-    std::string toDataURL(std::string_view type = "image/png", std::optional<double> quality = {});
+    // canvas has no bitmap (a side of zero, or too large). `data`, when given, receives the
+    // image data of the PNG (nothing for "data:,").
+    std::string toDataURL(std::string_view type = "image/png", std::optional<double> quality = {},
+                          PNGImageData* data = nullptr);
     // The PNG file toDataURL() encodes; empty when there is no bitmap.
     std::string toPNG();
 

@@ -29,7 +29,7 @@ void appendChunk(std::string& out, const char* type, const unsigned char* data, 
 
 } // namespace
 
-std::string encodePNG(cairo_surface_t* surface)
+std::string encodePNG(cairo_surface_t* surface, PNGImageData* data)
 {
     if (!surface || cairo_surface_get_type(surface) != CAIRO_SURFACE_TYPE_IMAGE)
         return {};
@@ -47,16 +47,28 @@ std::string encodePNG(cairo_surface_t* surface)
 
     // Unfiltered scanlines: runs of equal pixels are what the deflate finds, and a decoder has
     // nothing to undo.
+    PNGImageData image{width, height, {}};
     std::size_t rowSize = 1 + std::size_t(width) * 4;
-    std::vector<unsigned char> raw(rowSize * height);
+    image.rows.resize(rowSize * height);
     for (int y = 0; y < height; ++y) {
-        unsigned char* row = raw.data() + rowSize * y;
+        unsigned char* row = image.rows.data() + rowSize * y;
         row[0] = 0;
         auto* source = reinterpret_cast<const std::uint32_t*>(pixels + std::size_t(stride) * y);
         for (int x = 0; x < width; ++x)
             pixelToRGBA(source[x], opaque, row + 1 + 4 * x);
     }
+    std::string png = encodePNG(image);
+    if (data)
+        *data = std::move(image);
+    return png;
+}
 
+std::string encodePNG(const PNGImageData& data)
+{
+    int width = data.width, height = data.height;
+    const std::vector<unsigned char>& raw = data.rows;
+    if (width <= 0 || height <= 0 || raw.size() != (1 + std::size_t(width) * 4) * std::size_t(height))
+        return {};
     std::string png;
     png.reserve(raw.size() / 4 + 256);
     png.append("\x89PNG\r\n\x1a\n", 8);
@@ -85,4 +97,30 @@ std::string encodePNG(cairo_surface_t* surface)
     appendBigEndian(png, std::uint32_t(crc));
     appendChunk(png, "IEND", nullptr, 0);
     return png;
+}
+
+cairo_surface_t* decodedPNGSurface(const PNGImageData& data)
+{
+    std::size_t rowSize = 1 + std::size_t(data.width) * 4;
+    if (data.width <= 0 || data.height <= 0 || data.rows.size() != rowSize * std::size_t(data.height))
+        return nullptr;
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, data.width, data.height);
+    if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
+        cairo_surface_destroy(surface);
+        return nullptr;
+    }
+    unsigned char* pixels = cairo_image_surface_get_data(surface);
+    int stride = cairo_image_surface_get_stride(surface);
+    for (int y = 0; y < data.height; ++y) {
+        const unsigned char* row = data.rows.data() + rowSize * std::size_t(y);
+        if (*row++ != 0) {
+            cairo_surface_destroy(surface);
+            return nullptr;
+        }
+        auto* target = reinterpret_cast<std::uint32_t*>(pixels + std::size_t(stride) * std::size_t(y));
+        for (int x = 0; x < data.width; ++x)
+            target[x] = rgbaToPixel(row + 4 * x);
+    }
+    cairo_surface_mark_dirty(surface);
+    return surface;
 }

@@ -2,6 +2,7 @@
 #include "web/canvas/HTMLCanvasElement.h"
 #include "web/script/Bindings.h"
 #include "web/script/Realm.h"
+#include "web/script/ScriptEngine.h"
 
 namespace script {
 
@@ -93,7 +94,11 @@ InterfaceDefinition htmlCanvasElementInterface = {
             std::optional<double> quality;
             if (JSValueIsNumber(call.ctx(), call.arg(1)))
                 quality = call.number(1);
-            return canvas.toDataURL(type, quality);
+            PNGImageData data;
+            JSValueRef url = call.toJS(canvas.toDataURL(type, quality, &data));
+            if (!data.rows.empty())
+                ScriptEngine::noteDataURL(call.ctx(), url, std::move(data));
+            return url;
         }),
     },
 };

@@ -30,6 +30,7 @@ constexpr const char* kBootstrap = R"JS((function () {
         objectPrototype: g.Object.prototype,
         defineProperty,
         preventExtensions: Reflect.preventExtensions,
+        freeze: Object.freeze,
         deleteProperty: Reflect.deleteProperty,
         promiseThen: g.Promise.prototype.then,
         isResizable: Object.getOwnPropertyDescriptor(g.ArrayBuffer.prototype, 'resizable').get,
@@ -80,6 +81,9 @@ Realm::Realm(JSContextGroupRef group)
 
 Realm::~Realm()
 {
+    for (auto& [text, factory] : functionFactories_)
+        if (factory)
+            JSValueUnprotect(ctx_, factory);
     isolation_.reset();
     dropDocument();
     for (auto& [identity, weak] : identities_)
@@ -210,6 +214,87 @@ JSValueRef Realm::evaluate(std::string_view source, JSValueRef* exception)
 {
     JSValueRef text = makeString(ctx_, source);
     return JSObjectCallAsFunction(ctx_, evalFunction_, nullptr, 1, &text, exception);
+}
+
+namespace {
+
+// Texts longer than this are not kept: they are called the slow way.
+constexpr std::size_t kLongestFactoryText = std::size_t(1) << 20;
+constexpr std::size_t kMostFactories = 64;
+
+bool isASCIISpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
+}
+
+} // namespace
+
+JSObjectRef Realm::functionFactory(std::string_view text)
+{
+    if (text.size() > kLongestFactoryText)
+        return nullptr;
+    auto found = functionFactories_.find(text);
+    if (found != functionFactories_.end())
+        return found->second;
+    if (functionFactories_.size() >= kMostFactories) {
+        for (auto& [key, factory] : functionFactories_)
+            if (factory)
+                JSValueUnprotect(ctx_, factory);
+        functionFactories_.clear();
+    }
+
+    // "function<text>" is one function expression, with nothing after it, when it can be a
+    // class heritage (a left-hand-side expression: a function expression and calls, member
+    // accesses or templates on it, all inside the parentheses) that ends with "}" (which none of
+    // those continuations end with). Class code is strict, so a text that strict mode refuses
+    // takes the slow way. Checking the syntax runs nothing.
+    JSObjectRef factory = nullptr;
+    std::size_t end = text.size();
+    while (end > 0 && isASCIISpace(text[end - 1]))
+        --end;
+    if (end > 0 && text[end - 1] == '}') {
+        std::string heritage = "(class extends function";
+        heritage.append(text).append("{})");
+        JSString probe(heritage);
+        JSValueRef exception = nullptr;
+        if (JSCheckScriptSyntax(ctx_, probe.get(), nullptr, 1, &exception) && !exception) {
+            std::string source = "(function(){return(function";
+            source.append(text).append(")})");
+            JSString factorySource(source);
+            JSValueRef made = JSEvaluateScript(ctx_, factorySource.get(), nullptr, nullptr, 1, &exception);
+            if (made && !exception && JSValueIsObject(ctx_, made) && JSObjectIsFunction(ctx_, const_cast<JSObjectRef>(made))) {
+                factory = const_cast<JSObjectRef>(made);
+                JSValueProtect(ctx_, factory);
+            }
+        }
+    }
+    functionFactories_.emplace(std::string(text), factory);
+    return factory;
+}
+
+JSObjectRef Realm::caller(std::size_t count)
+{
+    auto found = callers_.find(count);
+    if (found != callers_.end())
+        return found->second;
+    std::string parameters = "f", arguments;
+    for (std::size_t i = 0; i < count; ++i) {
+        std::string index = std::to_string(i);
+        parameters.append(",a").append(index);
+        arguments.append(i ? ",a" : "a").append(index);
+    }
+    // The factory and the call in one entry into the engine: each entry with a time limit
+    // starts a watchdog timer.
+    std::string text = "(function(";
+    text.append(parameters).append("){'use strict';return f()(").append(arguments).append(")})");
+    JSString source(text);
+    JSValueRef exception = nullptr;
+    JSValueRef made = JSEvaluateScript(ctx_, source.get(), nullptr, nullptr, 1, &exception);
+    if (exception || !JSValueIsObject(ctx_, made))
+        throw std::runtime_error("cannot make a caller");
+    JSObjectRef function = protect(const_cast<JSObjectRef>(made));
+    callers_.emplace(count, function);
+    return function;
 }
 
 JSValueRef Realm::typeError(std::string_view message) const

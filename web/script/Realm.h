@@ -4,7 +4,9 @@
 #include "web/script/Binding.h"
 #include "web/script/JSCPrivate.h"
 
+#include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 
@@ -32,6 +34,15 @@ public:
     // Runs a script as indirect eval: its value is the script's completion value, and its
     // let, const and class declarations stay its own instead of outliving it in the realm.
     JSValueRef evaluate(std::string_view source, JSValueRef* exception);
+
+    // For "function<text>" when the text is one function expression exactly, and nothing more:
+    // a function made once per text that gives a new function object of that expression each
+    // time it is called. Null (and nothing has run) for any other text.
+    JSObjectRef functionFactory(std::string_view text);
+    // A strict function that calls its first argument, a function factory, and calls what that
+    // gives with the `count` arguments after it, so that the callee sees `this` undefined and
+    // no caller, as when a script calls it.
+    JSObjectRef caller(std::size_t count);
 
     JSValueRef typeError(std::string_view message) const;
     JSValueRef rangeError(std::string_view message) const;
@@ -91,6 +102,13 @@ private:
     std::unordered_map<const InterfaceDefinition*, InterfaceObjects> interfaces_;
     std::unordered_map<const void*, JSWeakRef> identities_;
     std::vector<JSObjectRef> protected_;
+    // Looked up by the script's text without copying it for every call.
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    };
+    std::unordered_map<std::string, JSObjectRef, TextHash, std::equal_to<>> functionFactories_; // null: not one expression
+    std::unordered_map<std::size_t, JSObjectRef> callers_;
     std::unique_ptr<RealmIsolation> isolation_;
 };
 

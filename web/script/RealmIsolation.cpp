@@ -19,7 +19,9 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     const apply = Reflect.apply, is = Object.is;
     const hasOwn = Object.hasOwn;
     const makeFunction = Function, quote = JSON.stringify, assign = Object.assign, create = Object.create;
-    const preventExtensions = intrinsics.preventExtensions, defineProperty = intrinsics.defineProperty;
+    const freeze = intrinsics.freeze, defineProperty = intrinsics.defineProperty;
+    const lookupGetter = Function.prototype.call.bind(Object.prototype.__lookupGetter__);
+    const lookupSetter = Function.prototype.call.bind(Object.prototype.__lookupSetter__);
     const deleteProperty = intrinsics.deleteProperty;
     const regExpExec = RegExp.prototype.exec, emptyPattern = /(?:)/;
     const global = globalThis;
@@ -76,7 +78,6 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
         }
         return 'K[' + i + ']';
     };
-    const keyText = (key) => typeof key === 'symbol' ? symbolKey(key) : quote(key);
     const access = (target, key) => typeof key === 'symbol' ? target + '[' + symbolKey(key) + ']'
         : /^[A-Za-z_$][\w$]*$/.test(key) ? target + '.' + key : target + '[' + quote(key) + ']';
     const valueChanged = (target, key, value) => {
@@ -87,36 +88,78 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
         return read + '!==V[' + (V.length - 1) + ']';
     };
 
-    const O = [], tests = [], methods = [];
+    // What the check compares, object after object, kept as tables that one loop walks. Written
+    // out as code, the thousand comparisons made functions whose machine code and inline caches
+    // pushed the render's own out of the processor's caches: the render after the check paid
+    // more for that than the check took.
+    const O = [], counts = [], valueEnds = [], valueKeys = [], values = [], presentEnds = [], presentKeys = [];
+    const accessorEnds = [], accessorKeys = [], accessors = [], accessorLookups = [];
+    const methods = [];
     for (const object of objects) {
         const own = ownKeys(object);
         if (typeof object === 'function' && own.every((key) => key === 'length' || key === 'name')) {
             methods.push(object);
             continue;
         }
-        const parts = [];
         for (const key of own) {
             const d = describe(object, key);
-            // A deleted property reads as undefined; where that is its value, only its absence
-            // tells (and a key added in its place would keep the count).
-            if (!('value' in d) || (d.value === undefined && d.configurable))
-                parts.push('!hasOwn(o,' + keyText(key) + ')');
-            if ('value' in d && (d.writable || d.configurable))
-                parts.push(valueChanged('o', key, d.value));
+            if (!('value' in d)) {
+                // An accessor must still be the one found there: deleted and assigned again, it
+                // would be a data property under the same key, which neither the count nor the
+                // key's presence tells.
+                const lookup = d.get ? lookupGetter : lookupSetter, accessor = d.get || d.set;
+                if (lookup(object, key) === accessor && lookup(object, key) === accessor) {
+                    accessorKeys.push(key);
+                    accessors.push(accessor);
+                    accessorLookups.push(lookup);
+                } else {
+                    presentKeys.push(key);
+                }
+            } else if (d.value === undefined && d.configurable) {
+                // A deleted property reads as undefined; where that is its value, only its
+                // absence tells (and a key added in its place would keep the count).
+                presentKeys.push(key);
+            }
+            if ('value' in d && (d.writable || d.configurable)) {
+                valueKeys.push(key);
+                values.push(d.value);
+            }
         }
+        O.push(object);
         // One count of every own key, string or symbol, tells of any key added (one deleted
         // shows in its value or its absence above).
-        parts.push('ownKeys(o).length!==' + own.length);
-        O.push(object);
-        tests.push('o=O[' + (O.length - 1) + '];if(' + parts.join('||') + ')return true;');
+        counts.push(own.length);
+        valueEnds.push(valueKeys.length);
+        presentEnds.push(presentKeys.length);
+        accessorEnds.push(accessorKeys.length);
     }
-    methods.forEach((method) => preventExtensions(method));
+    // Built-in functions with nothing but a name and a length cannot change: comparing those
+    // every time would cost more than the rest of the check together.
+    methods.forEach((method) => freeze(method));
 
-    const chunks = [];
-    for (let i = 0; i < tests.length; i += 40)
-        chunks.push('function(){let o;' + tests.slice(i, i + 40).join('') + 'return false}');
-    const builtinChecks = makeFunction('O', 'V', 'K', 'hasOwn', 'ownKeys', 'return [' + chunks.join(',') + ']')(
-        O, V, K, hasOwn, ownKeys);
+    const builtinsChanged = () => {
+        let k = 0, p = 0, a = 0;
+        for (let i = 0; i < O.length; i++) {
+            const o = O[i];
+            for (const end = valueEnds[i]; k < end; k++) {
+                const now = o[valueKeys[k]], then = values[k];
+                // NaN, unequal to itself, is unchanged for as long as it reads NaN.
+                if (now !== then && (then === then || now === now))
+                    return true;
+            }
+            for (const end = presentEnds[i]; p < end; p++) {
+                if (!hasOwn(o, presentKeys[p]))
+                    return true;
+            }
+            for (const end = accessorEnds[i]; a < end; a++) {
+                if (accessorLookups[a](o, accessorKeys[a]) !== accessors[a])
+                    return true;
+            }
+            if (ownKeys(o).length !== counts[i])
+                return true;
+        }
+        return false;
+    };
 
     let globalKeys = ownKeys(global);
     const globalDescriptors = new Map(), globalTests = [];
@@ -130,10 +173,8 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
 
     const check = (skipGlobal) => {
         apply(regExpExec, emptyPattern, ['']);
-        for (let i = 0; i < builtinChecks.length; i++) {
-            if (builtinChecks[i]())
-                return 2;
-        }
+        if (builtinsChanged())
+            return 2;
         if (skipGlobal)
             return 1;
         const now = ownKeys(global);

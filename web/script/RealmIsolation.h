@@ -14,13 +14,12 @@ class Realm;
 // gets it back as it was:
 //
 // - Once, when the realm is made, every object reachable from the global object and from the
-//   intrinsics scripts reach by syntax alone is recorded, and a check is compiled that compares
-//   their own properties with the record: values of everything a script can assign, presence
-//   of accessors, counts of enumerable and symbol keys (additions by assignment are
-//   enumerable). Built-in functions that have nothing but their name and length (nine in ten
-//   of the objects) are made non-extensible instead of checked: those two properties are
-//   read-only, so only `delete` could still change them, and comparing them every time would
-//   cost more than the rest of the check together.
+//   intrinsics scripts reach by syntax alone is recorded, and a check compares their own
+//   properties with the record: values of everything a script can assign, accessors (still
+//   the same getter or setter where they were), the count of own keys (which tells of keys
+//   added by assignment). Built-in functions that have nothing but their name and length (nine
+//   in ten of the objects) are frozen instead of checked: those two properties are read-only,
+//   and comparing them every time would cost more than the rest of the check together.
 // - What the check cannot see (a property made non-writable or into an accessor, a changed
 //   prototype, a frozen object) can only be done through a handful of built-ins
 //   (Object.defineProperty, setPrototypeOf, freeze, Reflect.deleteProperty, ...). These are

@@ -2,6 +2,7 @@
 
 #include "web/canvas/DrawingInterruption.h"
 #include "web/canvas/HTMLCanvasElement.h"
+#include "web/image/PNGEncoder.h"
 
 #include "web/script/Binding.h"
 #include "web/script/ExecutionGuard.h"
@@ -140,19 +141,8 @@ Realm& ScriptEngine::realm()
     return *realm_;
 }
 
-ScriptEngine::Result ScriptEngine::evaluate(std::string_view source)
-{
-    try {
-        return run(source);
-    } catch (const std::exception& error) {
-        // The engine itself failed (a realm could not be made, memory ran out in our code).
-        endWatch();
-        realm_.reset();
-        return {std::nullopt, std::string("the script engine failed: ") + error.what()};
-    }
-}
-
-ScriptEngine::Result ScriptEngine::run(std::string_view source)
+template <typename Body>
+ScriptEngine::Result ScriptEngine::run(Body&& body, bool dataURLImage)
 {
     releaseFinalized();
     Realm& realm = this->realm();
@@ -164,20 +154,26 @@ ScriptEngine::Result ScriptEngine::run(std::string_view source)
 
     Result result;
     guard_->begin(timeLimitSetting);
+    evaluating_ = true;
     JSValueRef exception = nullptr;
-    JSValueRef value = realm.evaluate(source, &exception);
+    JSValueRef value = body(realm, &exception);
+    evaluating_ = false;
     if (guard_->stop() == ExecutionGuard::Stop::None) {
         if (exception)
             result.error = describeException(ctx, exception);
+        else if (dataURLImage && value && value == lastDataURL_)
+            result.dataURLImage = lastDataURLImage_;
         else if (value && JSValueIsString(ctx, value))
             result.value = toUTF8(ctx, value);
         else
             result.error = "the result is not a string";
     }
+    forgetDataURL();
     ExecutionGuard::Stop stop = guard_->stop();
     endWatch();
     if (stop != ExecutionGuard::Stop::None) {
         result.value.reset();
+        result.dataURLImage.reset();
         result.stoppedByLimit = true;
         result.error = stop == ExecutionGuard::Stop::Time
             ? "stopped after " + std::to_string(timeLimitSetting.count()) + " ms"
@@ -185,6 +181,92 @@ ScriptEngine::Result ScriptEngine::run(std::string_view source)
         recoverFromStop(stop == ExecutionGuard::Stop::Memory);
     }
     return result;
+}
+
+ScriptEngine::Result ScriptEngine::failed(const std::exception& error)
+{
+    // The engine itself failed (a realm could not be made, memory ran out in our code).
+    endWatch();
+    evaluating_ = false;
+    forgetDataURL();
+    realm_.reset();
+    Result result;
+    result.error = std::string("the script engine failed: ") + error.what();
+    return result;
+}
+
+ScriptEngine::Result ScriptEngine::evaluate(std::string_view source, bool dataURLImage)
+{
+    try {
+        return run([&](Realm& realm, JSValueRef* exception) { return realm.evaluate(source, exception); },
+                   dataURLImage);
+    } catch (const std::exception& error) {
+        return failed(error);
+    }
+}
+
+std::optional<ScriptEngine::Result> ScriptEngine::callFunctionExpression(std::string_view text,
+                                                                         std::span<const ScriptArgument> arguments,
+                                                                         bool dataURLImage)
+{
+    // The values live on the stack, where the collector sees them, until the call has them.
+    constexpr std::size_t kMostArguments = 16, kMostElements = 16;
+    if (arguments.size() > kMostArguments)
+        return std::nullopt;
+    for (const ScriptArgument& argument : arguments)
+        if (const auto* elements = std::get_if<std::vector<double>>(&argument); elements && elements->size() > kMostElements)
+            return std::nullopt;
+    try {
+        JSObjectRef factory = realm().functionFactory(text);
+        if (!factory)
+            return std::nullopt;
+        return run(
+            [&](Realm& realm, JSValueRef* exception) -> JSValueRef {
+                JSContextRef ctx = realm.context();
+                JSValueRef values[1 + kMostArguments];
+                values[0] = factory;
+                std::size_t count = 1;
+                for (const ScriptArgument& argument : arguments) {
+                    if (const double* number = std::get_if<double>(&argument)) {
+                        values[count++] = JSValueMakeNumber(ctx, *number);
+                    } else if (const bool* flag = std::get_if<bool>(&argument)) {
+                        values[count++] = JSValueMakeBoolean(ctx, *flag);
+                    } else {
+                        const std::vector<double>& numbers = std::get<std::vector<double>>(argument);
+                        JSValueRef elements[kMostElements];
+                        for (std::size_t i = 0; i < numbers.size(); ++i)
+                            elements[i] = JSValueMakeNumber(ctx, numbers[i]);
+                        values[count] = JSObjectMakeArray(ctx, numbers.size(), elements, exception);
+                        if (!values[count] || *exception)
+                            return nullptr;
+                        ++count;
+                    }
+                }
+                return JSObjectCallAsFunction(ctx, realm.caller(arguments.size()), nullptr, count, values, exception);
+            },
+            dataURLImage);
+    } catch (const std::exception& error) {
+        return failed(error);
+    }
+}
+
+void ScriptEngine::noteDataURL(JSContextRef ctx, JSValueRef value, PNGImageData&& data)
+{
+    ScriptEngine& engine = shared();
+    if (!engine.evaluating_)
+        return;
+    engine.forgetDataURL();
+    JSValueProtect(ctx, value);
+    engine.lastDataURL_ = value;
+    engine.lastDataURLImage_ = std::make_shared<const PNGImageData>(std::move(data));
+}
+
+void ScriptEngine::forgetDataURL()
+{
+    if (lastDataURL_ && realm_)
+        JSValueUnprotect(realm_->context(), lastDataURL_);
+    lastDataURL_ = nullptr;
+    lastDataURLImage_.reset();
 }
 
 void ScriptEngine::absorbTermination()

@@ -4,16 +4,26 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <variant>
+#include <vector>
 
 typedef const struct OpaqueJSContextGroup* JSContextGroupRef;
+typedef const struct OpaqueJSContext* JSContextRef;
+typedef const struct OpaqueJSValue* JSValueRef;
+
+struct PNGImageData;
 
 namespace script {
 
 class ExecutionGuard;
 class Realm;
 struct PrivateData;
+
+// An argument of a function called from outside: a number, a boolean, or an array of numbers.
+using ScriptArgument = std::variant<double, bool, std::vector<double>>;
 
 // The process's one JavaScriptCore engine, made on first use, and the document scripts run in.
 // Everything happens on the thread that first used it.
@@ -35,9 +45,23 @@ public:
         std::string error;
         // The script was stopped for using too much time or memory.
         bool stoppedByLimit = false;
+        // Asked for with `dataURLImage`: when the value is a string a canvas's toDataURL() made
+        // during this evaluation, returned as it is, the image data of the PNG it encodes,
+        // instead of `value`. Nothing else can be that string, so it decodes to these pixels.
+        std::shared_ptr<const PNGImageData> dataURLImage;
     };
     // Runs a script in the current document.
-    Result evaluate(std::string_view source);
+    Result evaluate(std::string_view source, bool dataURLImage = false);
+    // Calls the function expression "function<text>" with `arguments` in the current document,
+    // as evaluating "(function<text>)(<the arguments as literals>)" would, but compiles the
+    // function only once for every text: each call gets a new function object of the same
+    // code. Nothing, and nothing runs, when the text is not one function expression exactly;
+    // evaluate the call instead.
+    std::optional<Result> callFunctionExpression(std::string_view text, std::span<const ScriptArgument> arguments,
+                                                 bool dataURLImage = false);
+
+    // From toDataURL(): `value` is the data URL just made from `data`.
+    static void noteDataURL(JSContextRef ctx, JSValueRef value, PNGImageData&& data);
 
     // Starts a new, empty document: nothing a script made or changed before is reachable.
     void newDocument();
@@ -59,7 +83,10 @@ public:
 
 private:
     ScriptEngine();
-    Result run(std::string_view source);
+    template <typename Body>
+    Result run(Body&& body, bool dataURLImage);
+    Result failed(const std::exception& error);
+    void forgetDataURL();
     void recoverFromStop(bool memory);
     void absorbTermination();
     void placeSentinel();
@@ -85,6 +112,11 @@ private:
     std::chrono::steady_clock::time_point lastWatchEnd_;
     std::uint64_t documentNumber_ = 1;
     unsigned realmsMade_ = 0;
+    bool evaluating_ = false;
+    // The data URL toDataURL() last made in this evaluation (kept from the collector, so that
+    // no other string can take its place) and the image data it encodes.
+    JSValueRef lastDataURL_ = nullptr;
+    std::shared_ptr<const PNGImageData> lastDataURLImage_;
 };
 
 } // namespace script

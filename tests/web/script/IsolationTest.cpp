@@ -41,6 +41,29 @@ TEST_F(IsolationTest, DescriptorAndShapeChangesAreUndone)
               "undefined,2,true,false,function,object");
 }
 
+TEST_F(IsolationTest, AccessorsDeletedAndAssignedAgainComeBack)
+{
+    // Deleted and assigned again, an accessor is a data property under the same key: the key
+    // count stays, and so does the key's presence.
+    EXPECT_EQ(run("delete CanvasRenderingContext2D.prototype.lineWidth; CanvasRenderingContext2D.prototype.lineWidth = 5;"
+                  "delete Map.prototype.size; Map.prototype.size = 7;"
+                  "delete RegExp.prototype.flags; RegExp.prototype.flags = 'x'; 'reassigned'"),
+              "reassigned");
+    EXPECT_EQ(run("var c = document.createElement('canvas').getContext('2d'); c.lineWidth = 3;"
+                  "[c.lineWidth, new Map([[1, 2]]).size, /a/g.flags,"
+                  " typeof Object.getOwnPropertyDescriptor(CanvasRenderingContext2D.prototype, 'lineWidth').get].join()"),
+              "3,1,g,function");
+}
+
+TEST_F(IsolationTest, BuiltInFunctionsKeepTheirNamesAndLengths)
+{
+    EXPECT_EQ(run("delete Math.max.name; delete Math.max.length; delete Array.prototype.push.name;"
+                  "delete CanvasRenderingContext2D.prototype.arc.length; 'deleted'"),
+              "deleted");
+    EXPECT_EQ(run("[Math.max.name, Math.max.length, [].push.name, CanvasRenderingContext2D.prototype.arc.length].join()"),
+              "max,2,push,5");
+}
+
 TEST_F(IsolationTest, TheWindowsOwnMembersComeBack)
 {
     EXPECT_EQ(run("self = 5; devicePixelRatio = 'x'; Object.defineProperty(window, 'y', {value: 1, configurable: true});"
