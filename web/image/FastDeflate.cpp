@@ -130,7 +130,12 @@ void appendZlibFast(std::string& out, const std::uint8_t* data, std::size_t size
         const Code& literal = kLiterals[data[i]];
         writer.put(literal.bits, literal.length);
         ++i;
-        std::size_t run = i >= kDistance && i < size ? repeats(data, i, size, 258) : 0;
+        // Most literals in a drawing's edges differ from the pixel before at once; only a
+        // match worth its code is looked for further.
+        std::size_t run = i >= kDistance && i + 2 < size && data[i] == data[i - kDistance]
+                && data[i + 1] == data[i + 1 - kDistance] && data[i + 2] == data[i + 2 - kDistance]
+            ? repeats(data, i, size, 258)
+            : 0;
         if (run >= 3) {
             const Code& match = kLengths[run];
             writer.put(match.bits, match.length);
