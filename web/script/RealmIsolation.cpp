@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     'use strict';
     const ownKeys = Reflect.ownKeys, describe = Reflect.getOwnPropertyDescriptor, protoOf = Reflect.getPrototypeOf;
-    const apply = Reflect.apply, is = Object.is;
+    const apply = Reflect.apply, is = Object.is, enumerableKeys = Object.keys;
     const hasOwn = Object.hasOwn;
     const makeFunction = Function, quote = JSON.stringify, assign = Object.assign, create = Object.create;
     const freeze = intrinsics.freeze, defineProperty = intrinsics.defineProperty;
@@ -92,7 +92,7 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     // out as code, the thousand comparisons made functions whose machine code and inline caches
     // pushed the render's own out of the processor's caches: the render after the check paid
     // more for that than the check took.
-    const O = [], counts = [], valueEnds = [], valueKeys = [], values = [], presentEnds = [], presentKeys = [];
+    const O = [], counts = [], enumerableCounts = [], valueEnds = [], valueKeys = [], values = [], presentEnds = [], presentKeys = [];
     const accessorEnds = [], accessorKeys = [], accessors = [], accessorLookups = [];
     const methods = [];
     for (const object of objects) {
@@ -129,6 +129,9 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
         // One count of every own key, string or symbol, tells of any key added (one deleted
         // shows in its value or its absence above).
         counts.push(own.length);
+        // A method deleted and assigned again keeps its value and the count, but comes back
+        // enumerable: for-in over every array or object would list it.
+        enumerableCounts.push(enumerableKeys(object).length);
         valueEnds.push(valueKeys.length);
         presentEnds.push(presentKeys.length);
         accessorEnds.push(accessorKeys.length);
@@ -155,7 +158,7 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
                 if (accessorLookups[a](o, accessorKeys[a]) !== accessors[a])
                     return true;
             }
-            if (ownKeys(o).length !== counts[i])
+            if (ownKeys(o).length !== counts[i] || enumerableKeys(o).length !== enumerableCounts[i])
                 return true;
         }
         return false;

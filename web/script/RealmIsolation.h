@@ -17,7 +17,8 @@ class Realm;
 //   intrinsics scripts reach by syntax alone is recorded, and a check compares their own
 //   properties with the record: values of everything a script can assign, accessors (still
 //   the same getter or setter where they were), the count of own keys (which tells of keys
-//   added by assignment). Built-in functions that have nothing but their name and length (nine
+//   added by assignment) and of enumerable ones (a built-in deleted and assigned again comes
+//   back enumerable, though its value and the count are as they were). Built-in functions that have nothing but their name and length (nine
 //   in ten of the objects) are frozen instead of checked: those two properties are read-only,
 //   and comparing them every time would cost more than the rest of the check together.
 // - What the check cannot see (a property made non-writable or into an accessor, a changed

@@ -55,6 +55,18 @@ TEST_F(IsolationTest, AccessorsDeletedAndAssignedAgainComeBack)
               "3,1,g,function");
 }
 
+TEST_F(IsolationTest, MethodsDeletedAndAssignedAgainStayHidden)
+{
+    // The same function back under the same key, but now enumerable: for-in over any array
+    // would list it.
+    EXPECT_EQ(run("var m = Array.prototype.map; delete Array.prototype.map; Array.prototype.map = m;"
+                  "var r = Math.round; delete Math.round; Math.round = r; 'reassigned'"),
+              "reassigned");
+    EXPECT_EQ(run("var keys = []; for (var k in []) keys.push(k); for (var k in Math) keys.push(k);"
+                  "[keys.length, Object.keys(Math).length, Array.prototype.propertyIsEnumerable('map')].join()"),
+              "0,0,false");
+}
+
 TEST_F(IsolationTest, BuiltInFunctionsKeepTheirNamesAndLengths)
 {
     EXPECT_EQ(run("delete Math.max.name; delete Math.max.length; delete Array.prototype.push.name;"
