@@ -106,9 +106,10 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
             if (!('value' in d)) {
                 // An accessor must still be the one found there: deleted and assigned again, it
                 // would be a data property under the same key, which neither the count nor the
-                // key's presence tells.
+                // key's presence tells. Where a lookup does not give the described function back,
+                // the key's presence is all that can be checked.
                 const lookup = d.get ? lookupGetter : lookupSetter, accessor = d.get || d.set;
-                if (lookup(object, key) === accessor && lookup(object, key) === accessor) {
+                if (lookup(object, key) === accessor) {
                     accessorKeys.push(key);
                     accessors.push(accessor);
                     accessorLookups.push(lookup);
