@@ -197,12 +197,13 @@ void AmpwellIndicator::watchThemeFiles()
     for (const char* key : {"theme", "secondTheme", "chargeTheme"}) {
         PlistValue theme = effectiveSetting(settings_, key);
         const std::string* name = theme.asString();
-        for (std::string_view folder : kThemeFolders)
-            if (name) {
-                QString file = QString::fromStdString(Root::path(std::string(folder) + "/" + *name + ".js"));
-                if (QFileInfo::exists(file))
-                    paths << file;
-            }
+        if (!name)
+            continue;
+        for (std::string_view folder : kThemeFolders) {
+            QString file = QString::fromStdString(Root::path(std::string(folder) + "/" + *name + ".js"));
+            if (QFileInfo::exists(file))
+                paths << file;
+        }
     }
     QStringList watched = themeWatcher_->directories() + themeWatcher_->files();
     for (const QString& path : watched)
