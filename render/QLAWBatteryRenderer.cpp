@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <unordered_set>
+#include <variant>
 
 namespace {
 
@@ -55,6 +56,18 @@ UIImage fail(std::string* failure, std::string reason)
     return {};
 }
 
+// The picture in the PNG data URL a script returned as text, or why it holds none.
+std::variant<UIImage, std::string> imageFromDataURL(std::string_view text, double scale)
+{
+    std::size_t marker = text.find("base64,");
+    if (marker == std::string_view::npos)
+        return "the script returned no PNG data URL";
+    std::optional<std::vector<std::uint8_t>> png = Base64::decode(text.substr(marker + 7));
+    if (!png)
+        return "the data URL is not valid Base64";
+    return UIImage::imageWithDataScale(*png, scale);
+}
+
 } // namespace
 
 UIImage QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(const PlistDict& settings, int, std::string* failure)
@@ -96,22 +109,16 @@ UIImage QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(const PlistD
     if (webView.lastStopWasLimit())
         scriptsThatHitALimit().insert(*script);
     UIImage image = result.image;
-    if (result.fromCanvas) {
-        if (image.isNil())
-            return fail(failure, "the data URL holds no readable PNG");
-    } else {
+    if (!result.fromCanvas) {
         if (result.text.empty())
             return fail(failure, webView.lastError().empty() ? "the script returned nothing" : webView.lastError());
-        std::size_t marker = result.text.find("base64,");
-        if (marker == std::string::npos)
-            return fail(failure, "the script returned no PNG data URL");
-        std::optional<std::vector<std::uint8_t>> png = Base64::decode(std::string_view(result.text).substr(marker + 7));
-        if (!png)
-            return fail(failure, "the data URL is not valid Base64");
-        image = UIImage::imageWithDataScale(*png, imageScale);
-        if (image.isNil())
-            return fail(failure, "the data URL holds no readable PNG");
+        std::variant<UIImage, std::string> decoded = imageFromDataURL(result.text, imageScale);
+        if (const std::string* why = std::get_if<std::string>(&decoded))
+            return fail(failure, *why);
+        image = std::get<UIImage>(std::move(decoded));
     }
+    if (image.isNil())
+        return fail(failure, "the data URL holds no readable PNG");
 
     bool flipX = settings.value("flipX").boolValue();
     bool flipY = settings.value("flipY").boolValue();
