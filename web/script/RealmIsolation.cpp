@@ -16,12 +16,9 @@ namespace {
 constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     'use strict';
     const ownKeys = Reflect.ownKeys, describe = Reflect.getOwnPropertyDescriptor, protoOf = Reflect.getPrototypeOf;
-    const apply = Reflect.apply, is = Object.is, enumerableKeys = Object.keys;
-    const hasOwn = Object.hasOwn;
+    const apply = Reflect.apply, is = Object.is;
     const makeFunction = Function, quote = JSON.stringify, assign = Object.assign, create = Object.create;
     const freeze = intrinsics.freeze, defineProperty = intrinsics.defineProperty;
-    const lookupGetter = Function.prototype.call.bind(Object.prototype.__lookupGetter__);
-    const lookupSetter = Function.prototype.call.bind(Object.prototype.__lookupSetter__);
     const deleteProperty = intrinsics.deleteProperty;
     const regExpExec = RegExp.prototype.exec, emptyPattern = /(?:)/;
     const global = globalThis;
@@ -92,74 +89,87 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     // out as code, the thousand comparisons made functions whose machine code and inline caches
     // pushed the render's own out of the processor's caches: the render after the check paid
     // more for that than the check took.
-    const O = [], counts = [], enumerableCounts = [], valueEnds = [], valueKeys = [], values = [], presentEnds = [], presentKeys = [];
-    const accessorEnds = [], accessorKeys = [], accessors = [], accessorLookups = [];
+    //
+    // Each object's own keys must come back as the same list in the same order. That tells of
+    // a key added or deleted, and of one deleted and assigned again: assignment puts it last.
+    // Only keys deleted and assigned again in the order they stood, at the end of the strings
+    // or of the symbols, keep the list as it was; assignment made them writable, enumerable and
+    // configurable data properties, so the last key of a run that was anything else (a method
+    // that was not enumerable, an accessor, a read-only value) shows it in its descriptor, and
+    // that key is described again (a mark). Index keys are listed in number order whatever
+    // happened, so each is marked.
+    const O = [], keys = [], keyEnds = [], valueEnds = [], valueKeys = [], values = [];
+    const markObjects = [], markKeys = [], markGets = [], markSets = [], markEnumerable = [], markWritable = [];
     const methods = [];
+    const isIndex = (key) => typeof key === 'string' && apply(regExpExec, /^(?:0|[1-9][0-9]*)$/, [key]) !== null
+        && +key < 4294967295;
+    const mark = (object, key, d) => {
+        markObjects.push(object);
+        markKeys.push(key);
+        markGets.push(d.get);
+        markSets.push(d.set);
+        markEnumerable.push(d.enumerable);
+        markWritable.push(d.writable);
+    };
     for (const object of objects) {
         const own = ownKeys(object);
         if (typeof object === 'function' && own.every((key) => key === 'length' || key === 'name')) {
             methods.push(object);
             continue;
         }
+        let lastString = null, lastSymbol = null;
         for (const key of own) {
             const d = describe(object, key);
-            if (!('value' in d)) {
-                // An accessor must still be the one found there: deleted and assigned again, it
-                // would be a data property under the same key, which neither the count nor the
-                // key's presence tells. Where a lookup does not give the described function back,
-                // the key's presence is all that can be checked.
-                const lookup = d.get ? lookupGetter : lookupSetter, accessor = d.get || d.set;
-                if (lookup(object, key) === accessor) {
-                    accessorKeys.push(key);
-                    accessors.push(accessor);
-                    accessorLookups.push(lookup);
-                } else {
-                    presentKeys.push(key);
-                }
-            } else if (d.value === undefined && d.configurable) {
-                // A deleted property reads as undefined; where that is its value, only its
-                // absence tells (and a key added in its place would keep the count).
-                presentKeys.push(key);
-            }
+            keys.push(key);
             if ('value' in d && (d.writable || d.configurable)) {
                 valueKeys.push(key);
                 values.push(d.value);
             }
+            const plain = 'value' in d && d.writable && d.enumerable;
+            if (!d.configurable || plain)
+                continue;
+            if (isIndex(key))
+                mark(object, key, d);
+            else if (typeof key === 'symbol')
+                lastSymbol = [key, d];
+            else
+                lastString = [key, d];
+        }
+        for (const last of [lastString, lastSymbol]) {
+            if (last)
+                mark(object, last[0], last[1]);
         }
         O.push(object);
-        // One count of every own key, string or symbol, tells of any key added (one deleted
-        // shows in its value or its absence above).
-        counts.push(own.length);
-        // A method deleted and assigned again keeps its value and the count, but comes back
-        // enumerable: for-in over every array or object would list it.
-        enumerableCounts.push(enumerableKeys(object).length);
+        keyEnds.push(keys.length);
         valueEnds.push(valueKeys.length);
-        presentEnds.push(presentKeys.length);
-        accessorEnds.push(accessorKeys.length);
     }
     // Built-in functions with nothing but a name and a length cannot change: comparing those
     // every time would cost more than the rest of the check together.
     methods.forEach((method) => freeze(method));
 
     const builtinsChanged = () => {
-        let k = 0, p = 0, a = 0;
+        let k = 0, v = 0;
         for (let i = 0; i < O.length; i++) {
-            const o = O[i];
-            for (const end = valueEnds[i]; k < end; k++) {
-                const now = o[valueKeys[k]], then = values[k];
+            const o = O[i], now = ownKeys(o), end = keyEnds[i];
+            if (now.length !== end - k)
+                return true;
+            for (let n = 0; k < end; k++, n++) {
+                if (now[n] !== keys[k])
+                    return true;
+            }
+            for (const e = valueEnds[i]; v < e; v++) {
+                const a = o[valueKeys[v]], b = values[v];
                 // NaN, unequal to itself, is unchanged for as long as it reads NaN.
-                if (now !== then && (then === then || now === now))
+                if (a !== b && (b === b || a === a))
                     return true;
             }
-            for (const end = presentEnds[i]; p < end; p++) {
-                if (!hasOwn(o, presentKeys[p]))
-                    return true;
-            }
-            for (const end = accessorEnds[i]; a < end; a++) {
-                if (accessorLookups[a](o, accessorKeys[a]) !== accessors[a])
-                    return true;
-            }
-            if (ownKeys(o).length !== counts[i] || enumerableKeys(o).length !== enumerableCounts[i])
+        }
+        // Every object is as recorded above, Object.prototype too, so reading the descriptors'
+        // fields runs nothing a script left behind.
+        for (let m = 0; m < markObjects.length; m++) {
+            const d = describe(markObjects[m], markKeys[m]);
+            if (d.get !== markGets[m] || d.set !== markSets[m] || d.enumerable !== markEnumerable[m]
+                || d.writable !== markWritable[m])
                 return true;
         }
         return false;

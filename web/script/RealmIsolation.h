@@ -15,12 +15,13 @@ class Realm;
 //
 // - Once, when the realm is made, every object reachable from the global object and from the
 //   intrinsics scripts reach by syntax alone is recorded, and a check compares their own
-//   properties with the record: values of everything a script can assign, accessors (still
-//   the same getter or setter where they were), the count of own keys (which tells of keys
-//   added by assignment) and of enumerable ones (a built-in deleted and assigned again comes
-//   back enumerable, though its value and the count are as they were). Built-in functions that have nothing but their name and length (nine
-//   in ten of the objects) are frozen instead of checked: those two properties are read-only,
-//   and comparing them every time would cost more than the rest of the check together.
+//   properties with the record: the list of own keys, in order (a key added, deleted, or
+//   deleted and assigned again, which puts it last), the values of everything a script can
+//   assign, and, where keys deleted and assigned again in order would leave the list as it was,
+//   what the last of them was (not enumerable, an accessor, read-only). Built-in functions
+//   that have nothing but their name and length (nine in ten of the objects) are frozen
+//   instead of checked: those two properties are read-only, and comparing them every time
+//   would cost more than the rest of the check together.
 // - What the check cannot see (a property made non-writable or into an accessor, a changed
 //   prototype, a frozen object) can only be done through a handful of built-ins
 //   (Object.defineProperty, setPrototypeOf, freeze, Reflect.deleteProperty, ...). These are

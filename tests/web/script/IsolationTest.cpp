@@ -67,6 +67,37 @@ TEST_F(IsolationTest, MethodsDeletedAndAssignedAgainStayHidden)
               "0,0,false");
 }
 
+TEST_F(IsolationTest, TrailingKeysDeletedAndAssignedAgainInTheirOrderComeBack)
+{
+    // Taken off the end of the strings or of the symbols, up to the last that was not a plain
+    // property, and assigned again in order, keys leave the list of keys as it was: only what
+    // they are now gives them away.
+    const std::string describe = "Reflect.ownKeys(o).map((k) => { var d = Object.getOwnPropertyDescriptor(o, k);"
+                                 " return [String(k), 'value' in d, d.writable, d.enumerable, d.configurable]; }).join('|')";
+    const std::string reassign = "for (var symbols of [false, true]) {"
+                                 "  var keys = Reflect.ownKeys(o).filter((k) => (typeof k === 'symbol') === symbols), from = keys.length;"
+                                 "  while (from > 0) {"
+                                 "    var d = Object.getOwnPropertyDescriptor(o, keys[from - 1]);"
+                                 "    if (!d.configurable) break;"
+                                 "    from--;"
+                                 "    if (!('value' in d && d.writable && d.enumerable)) break;"
+                                 "  }"
+                                 "  var taken = keys.slice(from).map((k) => {"
+                                 "    var d = Object.getOwnPropertyDescriptor(o, k); return [k, 'value' in d ? d.value : d.get]; });"
+                                 "  taken.forEach(([k]) => delete o[k]);"
+                                 "  taken.forEach(([k, v]) => { o[k] = v; });"
+                                 "} 'reassigned'";
+    // One object a document: a change found anywhere makes a new realm for everything.
+    for (std::string object : {"Math", "Array.prototype", "String.prototype", "Map.prototype", "Object",
+                               "Symbol.prototype", "CanvasRenderingContext2D.prototype", "Path2D.prototype"}) {
+        SCOPED_TRACE(object);
+        const std::string take = "var o = " + object + "; ";
+        const std::string before = run(take + describe);
+        EXPECT_EQ(run(take + reassign), "reassigned");
+        EXPECT_EQ(run(take + describe), before);
+    }
+}
+
 TEST_F(IsolationTest, BuiltInFunctionsKeepTheirNamesAndLengths)
 {
     EXPECT_EQ(run("delete Math.max.name; delete Math.max.length; delete Array.prototype.push.name;"
