@@ -121,7 +121,8 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
         for (const key of own) {
             const d = describe(object, key);
             keys.push(key);
-            if ('value' in d && (d.writable || d.configurable)) {
+            // Only assignment changes a value without changing the list of keys.
+            if ('value' in d && d.writable) {
                 valueKeys.push(key);
                 values.push(d.value);
             }
