@@ -1,5 +1,7 @@
 #include "web/canvas/CoverageMask.h"
 
+#include "web/text/LruCache.h"
+
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_OUTLINE_H
@@ -8,6 +10,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <string>
 
 namespace {
 
@@ -72,6 +75,87 @@ void writeSpans(int y, int count, const FT_Span* spans, void* user)
     }
 }
 
+// A drawing repeated frame after frame, or a theme previewed on a light and a dark side, gives
+// the rasterizer the same outline again; its mask is then taken from here. The key is all the
+// rasterizer reads and writes by (the outline in its own fixed point, the fill rule, the
+// coverage table and the pixels it covers), so the mask is the one it would make.
+constexpr std::size_t kCachedMasks = 32;
+constexpr int kLargestCachedMask = 32 * 1024; // pixels: at most a megabyte in all
+
+class SurfaceReference {
+public:
+    explicit SurfaceReference(cairo_surface_t* surface) : surface_(cairo_surface_reference(surface)) {}
+    SurfaceReference(const SurfaceReference& other) : surface_(cairo_surface_reference(other.surface_)) {}
+    SurfaceReference& operator=(const SurfaceReference& other)
+    {
+        cairo_surface_t* previous = surface_;
+        surface_ = cairo_surface_reference(other.surface_);
+        cairo_surface_destroy(previous);
+        return *this;
+    }
+    ~SurfaceReference() { cairo_surface_destroy(surface_); }
+    cairo_surface_t* get() const { return surface_; }
+
+private:
+    cairo_surface_t* surface_;
+};
+
+template <typename T>
+void appendBytes(std::string& key, const T* values, std::size_t count)
+{
+    key.append(reinterpret_cast<const char*>(values), count * sizeof(T));
+}
+
+std::string maskKey(const std::vector<FT_Vector>& points, const std::vector<short>& ends, int flags,
+                    const std::array<unsigned char, 256>* table, const PixelBox& box)
+{
+    std::string key;
+    key.reserve(points.size() * sizeof(FT_Vector) + ends.size() * sizeof(short) + 64);
+    const std::size_t header[] = {points.size(), ends.size(), std::size_t(flags), table ? 1u : 0u};
+    appendBytes(key, header, 4);
+    const int corners[] = {box.left, box.top, box.right, box.bottom};
+    appendBytes(key, corners, 4);
+    appendBytes(key, points.data(), points.size());
+    appendBytes(key, ends.data(), ends.size());
+    if (table)
+        appendBytes(key, table->data(), table->size());
+    return key;
+}
+
+LruCache<std::string, SurfaceReference>& maskCache()
+{
+    thread_local LruCache<std::string, SurfaceReference> cache(kCachedMasks);
+    return cache;
+}
+
+// The mask of `outline` over `box`, or null when the rasterizer cannot draw it.
+cairo_surface_t* renderMask(FT_Library library, FT_Outline& outline, const PixelBox& box,
+                            const std::array<unsigned char, 256>* table)
+{
+    int width = box.right - box.left, height = box.bottom - box.top;
+    int stride = cairo_format_stride_for_width(CAIRO_FORMAT_A8, width);
+    cairo_surface_t* mask = cairo_image_surface_create(CAIRO_FORMAT_A8, width, height);
+    if (cairo_surface_status(mask) != CAIRO_STATUS_SUCCESS || cairo_image_surface_get_stride(mask) != stride) {
+        cairo_surface_destroy(mask);
+        return nullptr;
+    }
+    cairo_surface_flush(mask);
+    SpanTarget target{cairo_image_surface_get_data(mask), stride, box, table};
+    FT_Raster_Params params{};
+    params.source = &outline;
+    params.flags = FT_RASTER_FLAG_AA | FT_RASTER_FLAG_DIRECT | FT_RASTER_FLAG_CLIP;
+    params.gray_spans = &writeSpans;
+    params.user = &target;
+    params.clip_box = {box.left, box.top, box.right, box.bottom};
+    bool drawn = FT_Outline_Render(library, &outline, &params) == 0;
+    cairo_surface_mark_dirty(mask);
+    if (!drawn) {
+        cairo_surface_destroy(mask);
+        return nullptr;
+    }
+    return mask;
+}
+
 } // namespace
 
 bool paintCoverage(cairo_t* cr, const DeviceContours& contours, cairo_fill_rule_t rule,
@@ -125,29 +209,22 @@ bool paintCoverage(cairo_t* cr, const DeviceContours& contours, cairo_fill_rule_
     outline.contours = ends.data();
     outline.flags = rule == CAIRO_FILL_RULE_EVEN_ODD ? FT_OUTLINE_EVEN_ODD_FILL : FT_OUTLINE_NONE;
 
-    int width = box.right - box.left, height = box.bottom - box.top;
-    int stride = cairo_format_stride_for_width(CAIRO_FORMAT_A8, width);
-    cairo_surface_t* mask = cairo_image_surface_create(CAIRO_FORMAT_A8, width, height);
-    if (cairo_surface_status(mask) != CAIRO_STATUS_SUCCESS || cairo_image_surface_get_stride(mask) != stride) {
-        cairo_surface_destroy(mask);
-        return false;
+    const bool cacheable = std::int64_t(box.right - box.left) * (box.bottom - box.top) <= kLargestCachedMask;
+    std::string key = cacheable ? maskKey(points, ends, outline.flags, table, box) : std::string();
+    cairo_surface_t* mask = nullptr;
+    if (const SurfaceReference* cached = cacheable ? maskCache().find(key) : nullptr) {
+        mask = cairo_surface_reference(cached->get());
+    } else {
+        mask = renderMask(library, outline, box, table);
+        if (!mask)
+            return false;
+        if (cacheable)
+            maskCache().insert(key, SurfaceReference(mask));
     }
-    cairo_surface_flush(mask);
-    SpanTarget target{cairo_image_surface_get_data(mask), stride, box, table};
-    FT_Raster_Params params{};
-    params.source = &outline;
-    params.flags = FT_RASTER_FLAG_AA | FT_RASTER_FLAG_DIRECT | FT_RASTER_FLAG_CLIP;
-    params.gray_spans = &writeSpans;
-    params.user = &target;
-    params.clip_box = {box.left, box.top, box.right, box.bottom};
-    bool drawn = FT_Outline_Render(library, &outline, &params) == 0;
-    cairo_surface_mark_dirty(mask);
-    if (drawn) {
-        cairo_save(cr);
-        cairo_identity_matrix(cr);
-        cairo_mask_surface(cr, mask, box.left, box.top);
-        cairo_restore(cr);
-    }
+    cairo_save(cr);
+    cairo_identity_matrix(cr);
+    cairo_mask_surface(cr, mask, box.left, box.top);
+    cairo_restore(cr);
     cairo_surface_destroy(mask);
-    return drawn;
+    return true;
 }

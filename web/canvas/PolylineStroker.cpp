@@ -1,7 +1,10 @@
 #include "web/canvas/PolylineStroker.h"
 
+#include "web/text/LruCache.h"
+
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 namespace {
 
@@ -244,16 +247,60 @@ bool strokeSubpath(const FlattenedSubpath& subpath, const StrokeGeometry& g, Dev
     return true;
 }
 
-} // namespace
-
-std::optional<DeviceContours> strokeOutline(const FlattenedPath& path, const StrokeGeometry& geometry)
+std::optional<DeviceContours> outlineOfStroke(const FlattenedPath& path, const StrokeGeometry& geometry)
 {
-    if (!(geometry.halfWidth > 0) || !std::isfinite(geometry.halfWidth))
-        return std::nullopt;
     DeviceContours contours;
     for (const FlattenedSubpath& subpath : path.subpaths) {
         if (!strokeSubpath(subpath, geometry, contours))
             return std::nullopt;
     }
     return contours;
+}
+
+// A stroke drawn again along the same points with the same pen, as a battery's ring is in
+// every render, takes its outline from here. The key holds every number the outline is made
+// from, bit for bit.
+constexpr std::size_t kCachedOutlines = 32;
+constexpr std::size_t kMostCachedPoints = 1024;
+
+template <typename T>
+void appendBytes(std::string& key, const T& value)
+{
+    key.append(reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+std::string outlineKey(const FlattenedPath& path, const StrokeGeometry& geometry)
+{
+    std::string key;
+    appendBytes(key, geometry.halfWidth);
+    appendBytes(key, geometry.cap);
+    appendBytes(key, geometry.join);
+    appendBytes(key, geometry.miterLimit);
+    appendBytes(key, geometry.tolerance);
+    for (const FlattenedSubpath& subpath : path.subpaths) {
+        appendBytes(key, subpath.points.size());
+        appendBytes(key, subpath.closed);
+        appendBytes(key, subpath.startTangent);
+        appendBytes(key, subpath.endTangent);
+        key.append(reinterpret_cast<const char*>(subpath.points.data()), subpath.points.size() * sizeof(DevicePoint));
+    }
+    return key;
+}
+
+} // namespace
+
+std::optional<DeviceContours> strokeOutline(const FlattenedPath& path, const StrokeGeometry& geometry)
+{
+    if (!(geometry.halfWidth > 0) || !std::isfinite(geometry.halfWidth))
+        return std::nullopt;
+    std::size_t points = 0;
+    for (const FlattenedSubpath& subpath : path.subpaths)
+        points += subpath.points.size();
+    if (points > kMostCachedPoints)
+        return outlineOfStroke(path, geometry);
+    thread_local LruCache<std::string, std::optional<DeviceContours>> cache(kCachedOutlines);
+    std::string key = outlineKey(path, geometry);
+    if (const auto* cached = cache.find(key))
+        return *cached;
+    return cache.insert(key, outlineOfStroke(path, geometry));
 }

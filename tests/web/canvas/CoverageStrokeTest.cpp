@@ -8,8 +8,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -203,3 +205,71 @@ TEST(CurvedFill, FlatEndsTakeQuarterPixelSteps)
 }
 
 } // namespace
+
+namespace {
+
+// Every pixel of the canvas, unpremultiplied.
+std::vector<std::uint8_t> allPixels(const TestCanvas& canvas, int width, int height)
+{
+    auto data = canvas->getImageData(0, 0, width, height);
+    if (data.isException())
+        return {};
+    return std::vector<std::uint8_t>(data.value()->data(), data.value()->data() + std::size_t(width) * height * 4);
+}
+
+// A ring, part of a ring and a number, as a battery draws them, at `offset` and on a canvas of
+// `size` pixels square (smaller canvases cut them off).
+std::vector<std::uint8_t> drawBattery(double offset, int size, const char* colour, double lineWidth = 2)
+{
+    TestCanvas canvas(size, size);
+    canvas->setLineWidth(lineWidth);
+    canvas->setStrokeStyle(std::string(colour));
+    canvas->setFillStyle(std::string(colour));
+    (void)canvas->arc(20.5 + offset, 20.5, 19.5, 0, 2 * M_PI);
+    canvas->stroke();
+    canvas->beginPath();
+    (void)canvas->arc(20.5 + offset, 20.5, 19.5, -0.4 * M_PI, 1.5 * M_PI);
+    canvas->stroke();
+    canvas->setFont("26px Helvetica Neue");
+    canvas->fillText("55", 8 + offset, 30);
+    return allPixels(canvas, size, size);
+}
+
+// Fills every cache the drawing goes through with other drawings, so that the next one is
+// drawn afresh.
+void drawOtherShapes()
+{
+    for (int i = 0; i < 80; ++i)
+        drawBattery((i + 0.5) / 16, 41, "#123456");
+}
+
+} // namespace
+
+TEST(CoverageCacheTest, ADrawingRepeatedIsTheDrawingMadeAfresh)
+{
+    // Positions a fraction of a pixel apart, a canvas that cuts the drawing off, colours whose
+    // text coverage differs and pens of other widths: drawn one after the other, each must give
+    // what it gives drawn afresh.
+    const struct {
+        double offset;
+        int size;
+        const char* colour;
+        double lineWidth;
+    } drawings[] = {{0, 41, "white", 2}, {0.25, 41, "white", 2}, {0, 23, "white", 2}, {0, 41, "black", 2},
+                    {0, 41, "rgba(0, 0, 255, 0.5)", 2}, {0, 41, "white", 3}};
+    std::vector<std::vector<std::uint8_t>> fresh;
+    for (const auto& d : drawings) {
+        drawOtherShapes();
+        fresh.push_back(drawBattery(d.offset, d.size, d.colour, d.lineWidth));
+        ASSERT_FALSE(fresh.back().empty());
+    }
+    for (int round = 0; round < 2; ++round) {
+        for (std::size_t i = 0; i < std::size(drawings); ++i) {
+            const auto& d = drawings[i];
+            SCOPED_TRACE(std::to_string(i));
+            EXPECT_EQ(drawBattery(d.offset, d.size, d.colour, d.lineWidth), fresh[i]);
+        }
+    }
+    EXPECT_NE(fresh[0], fresh[1]);
+    EXPECT_NE(fresh[0], fresh[5]);
+}
