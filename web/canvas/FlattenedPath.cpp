@@ -1,8 +1,11 @@
 #include "web/canvas/FlattenedPath.h"
 
+#include "web/text/LruCache.h"
+
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
+#include <string>
 #include <utility>
 
 namespace {
@@ -82,7 +85,9 @@ bool containsCurves(std::span<const cairo_path_data_t> path)
     return false;
 }
 
-FlattenedPath flattenPath(std::span<const cairo_path_data_t> path, double tolerance)
+namespace {
+
+FlattenedPath flattenUncached(std::span<const cairo_path_data_t> path, double tolerance)
 {
     FlattenedPath flat;
     DevicePoint start;
@@ -121,4 +126,44 @@ FlattenedPath flattenPath(std::span<const cairo_path_data_t> path, double tolera
         }
     }
     return flat;
+}
+
+// Text drawn again, or a ring, comes as the same path: its lines are taken from here. The key
+// is every number the lines are made from.
+constexpr std::size_t kCachedPaths = 32;
+constexpr std::size_t kLargestCachedPath = 2048; // path elements
+
+template <typename T>
+void appendBytes(std::string& key, const T& value)
+{
+    key.append(reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+std::string pathKey(std::span<const cairo_path_data_t> path, double tolerance)
+{
+    std::string key;
+    key.reserve(path.size() * 16 + sizeof tolerance);
+    appendBytes(key, tolerance);
+    for (std::size_t i = 0; i < path.size(); i += std::size_t(std::max(1, path[i].header.length))) {
+        appendBytes(key, path[i].header.type);
+        appendBytes(key, path[i].header.length);
+        for (std::size_t k = 1; k < std::size_t(std::max(1, path[i].header.length)) && i + k < path.size(); ++k) {
+            appendBytes(key, path[i + k].point.x);
+            appendBytes(key, path[i + k].point.y);
+        }
+    }
+    return key;
+}
+
+} // namespace
+
+FlattenedPath flattenPath(std::span<const cairo_path_data_t> path, double tolerance)
+{
+    if (path.size() > kLargestCachedPath)
+        return flattenUncached(path, tolerance);
+    thread_local LruCache<std::string, FlattenedPath> cache(kCachedPaths);
+    std::string key = pathKey(path, tolerance);
+    if (const FlattenedPath* cached = cache.find(key))
+        return *cached;
+    return cache.insert(key, flattenUncached(path, tolerance));
 }

@@ -235,7 +235,8 @@ std::vector<std::uint8_t> drawBattery(double offset, int size, const char* colou
     return allPixels(canvas, size, size);
 }
 
-// Fills every cache the drawing goes through with other drawings, so that the next one is
+// Fills every cache the drawing goes through (its flattened path, its stroke's outline, its
+// coverage mask) with other drawings, so that the next one is
 // drawn afresh.
 void drawOtherShapes()
 {
