@@ -17,6 +17,7 @@
 #include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 extern char** environ;
 
@@ -43,6 +44,23 @@ void renderEach(benchmark::State& state, const PlistDict& settings)
 void BM_RenderBuiltInScript(benchmark::State& state)
 {
     renderEach(state, previewSettings(std::string(kBuiltInPreviewScript), 26));
+}
+
+// The same script at a new level each time, as the indicator draws it while a battery charges:
+// only the parts that stay (the ring behind) come out of the drawing caches.
+void BM_RenderBuiltInScriptEachLevel(benchmark::State& state)
+{
+    UIScreen::mainScreen().setScale(2);
+    std::vector<PlistDict> levels;
+    for (int level = 0; level <= 100; ++level) {
+        levels.push_back(previewSettings(std::string(kBuiltInPreviewScript), 26));
+        levels.back().set("level", level);
+    }
+    std::size_t next = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(QLAWBatteryRenderer::renderBatteryImageWithSettingsForStyle(levels[next], 0));
+        next = (next + 1) % levels.size();
+    }
 }
 
 void BM_RenderBuiltInScriptFlipped(benchmark::State& state)
@@ -140,6 +158,7 @@ void BM_EngineStartUp(benchmark::State& state)
 } // namespace
 
 BENCHMARK(BM_RenderBuiltInScript)->Unit(benchmark::kMicrosecond)->Repetitions(15)->ReportAggregatesOnly(true);
+BENCHMARK(BM_RenderBuiltInScriptEachLevel)->Unit(benchmark::kMicrosecond)->Repetitions(15)->ReportAggregatesOnly(true);
 BENCHMARK(BM_RenderBuiltInScriptFlipped)->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(BM_RenderLongForm)->Unit(benchmark::kMicrosecond)->Repetitions(15)->ReportAggregatesOnly(true);
 BENCHMARK(BM_RenderThemeList)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
