@@ -1,5 +1,6 @@
 #include "web/canvas/CoverageMask.h"
 
+#include "web/canvas/CacheKey.h"
 #include "web/text/LruCache.h"
 
 #include <ft2build.h>
@@ -100,26 +101,20 @@ private:
     cairo_surface_t* surface_;
 };
 
-template <typename T>
-void appendBytes(std::string& key, const T* values, std::size_t count)
-{
-    key.append(reinterpret_cast<const char*>(values), count * sizeof(T));
-}
-
 std::string maskKey(const std::vector<FT_Vector>& points, const std::vector<short>& ends, int flags,
                     const std::array<unsigned char, 256>* table, const PixelBox& box)
 {
-    std::string key;
-    key.reserve(points.size() * sizeof(FT_Vector) + ends.size() * sizeof(short) + 64);
-    const std::size_t header[] = {points.size(), ends.size(), std::size_t(flags), table ? 1u : 0u};
-    appendBytes(key, header, 4);
-    const int corners[] = {box.left, box.top, box.right, box.bottom};
-    appendBytes(key, corners, 4);
-    appendBytes(key, points.data(), points.size());
-    appendBytes(key, ends.data(), ends.size());
+    CacheKey key(64 + points.size() * sizeof(FT_Vector) + ends.size() * sizeof(short) + (table ? table->size() : 0));
+    key.add(points.size());
+    key.add(ends.size());
+    key.add(flags);
+    key.add(table != nullptr);
+    key.add(box);
+    key.addBytes(points.data(), points.size() * sizeof(FT_Vector));
+    key.addBytes(ends.data(), ends.size() * sizeof(short));
     if (table)
-        appendBytes(key, table->data(), table->size());
-    return key;
+        key.addBytes(table->data(), table->size());
+    return std::move(key).take();
 }
 
 LruCache<std::string, SurfaceReference>& maskCache()

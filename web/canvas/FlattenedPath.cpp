@@ -1,10 +1,10 @@
 #include "web/canvas/FlattenedPath.h"
 
+#include "web/canvas/CacheKey.h"
 #include "web/text/LruCache.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -134,26 +134,19 @@ FlattenedPath flattenUncached(std::span<const cairo_path_data_t> path, double to
 constexpr std::size_t kCachedPaths = 32;
 constexpr std::size_t kLargestCachedPath = 2048; // path elements
 
-// Written into place: appending the numbers one by one took a fifth of a short text's drawing.
 std::string pathKey(std::span<const cairo_path_data_t> path, double tolerance)
 {
-    std::string key(sizeof tolerance + path.size() * 2 * sizeof(double), '\0');
-    char* at = key.data();
-    auto put = [&](const auto& value) {
-        std::memcpy(at, &value, sizeof value);
-        at += sizeof value;
-    };
-    put(tolerance);
+    CacheKey key(sizeof tolerance + path.size() * 2 * sizeof(double));
+    key.add(tolerance);
     for (std::size_t i = 0; i < path.size(); i += std::size_t(std::max(1, path[i].header.length))) {
-        put(path[i].header.type);
-        put(path[i].header.length);
+        key.add(path[i].header.type);
+        key.add(path[i].header.length);
         for (std::size_t k = 1; k < std::size_t(std::max(1, path[i].header.length)) && i + k < path.size(); ++k) {
-            put(path[i + k].point.x);
-            put(path[i + k].point.y);
+            key.add(path[i + k].point.x);
+            key.add(path[i + k].point.y);
         }
     }
-    key.resize(std::size_t(at - key.data()));
-    return key;
+    return std::move(key).take();
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "web/canvas/PolylineStroker.h"
 
+#include "web/canvas/CacheKey.h"
 #include "web/text/LruCache.h"
 
 #include <algorithm>
@@ -263,28 +264,22 @@ std::optional<DeviceContours> outlineOfStroke(const FlattenedPath& path, const S
 constexpr std::size_t kCachedOutlines = 32;
 constexpr std::size_t kMostCachedPoints = 1024;
 
-template <typename T>
-void appendBytes(std::string& key, const T& value)
-{
-    key.append(reinterpret_cast<const char*>(&value), sizeof value);
-}
-
 std::string outlineKey(const FlattenedPath& path, const StrokeGeometry& geometry)
 {
-    std::string key;
-    appendBytes(key, geometry.halfWidth);
-    appendBytes(key, geometry.cap);
-    appendBytes(key, geometry.join);
-    appendBytes(key, geometry.miterLimit);
-    appendBytes(key, geometry.tolerance);
+    CacheKey key(64 + path.subpaths.size() * 64);
+    key.add(geometry.halfWidth);
+    key.add(geometry.cap);
+    key.add(geometry.join);
+    key.add(geometry.miterLimit);
+    key.add(geometry.tolerance);
     for (const FlattenedSubpath& subpath : path.subpaths) {
-        appendBytes(key, subpath.points.size());
-        appendBytes(key, subpath.closed);
-        appendBytes(key, subpath.startTangent);
-        appendBytes(key, subpath.endTangent);
-        key.append(reinterpret_cast<const char*>(subpath.points.data()), subpath.points.size() * sizeof(DevicePoint));
+        key.add(subpath.points.size());
+        key.add(subpath.closed);
+        key.add(subpath.startTangent);
+        key.add(subpath.endTangent);
+        key.addBytes(subpath.points.data(), subpath.points.size() * sizeof(DevicePoint));
     }
-    return key;
+    return std::move(key).take();
 }
 
 } // namespace
