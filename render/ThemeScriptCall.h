@@ -1,9 +1,10 @@
 #pragma once
 
+#include "platform/web/UIWebView.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 // How a theme script is called: its text follows the word "function" and the function literal
@@ -32,7 +33,7 @@ struct ThemeCallArguments {
 std::string themeScriptCallText(std::string_view script, bool longForm, const ThemeCallArguments& arguments);
 
 // A value of the call's argument list: a number, a boolean or an array of numbers.
-using ThemeCallValue = std::variant<double, bool, std::vector<double>>;
+using ThemeCallValue = UIWebView::Argument;
 
 // The values the call text's argument list evaluates to, in order. Nothing when a number does
 // not print as a plain decimal literal (an infinite or NaN height, a locale's decimal comma):
