@@ -120,12 +120,6 @@ cairo_surface_t* HTMLCanvasElement::bitmap()
     return surface_;
 }
 
-std::string HTMLCanvasElement::toPNG()
-{
-    cairo_surface_t* surface = bitmap();
-    return surface ? encodePNG(surface) : std::string();
-}
-
 std::string HTMLCanvasElement::toDataURL(std::string_view, std::optional<double>, PNGImageData* data)
 {
     // Every type is written as PNG, which the standard allows for types one does not support.

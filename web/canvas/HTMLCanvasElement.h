@@ -91,8 +91,6 @@ public:
     // image data of the PNG (nothing for "data:,").
     std::string toDataURL(std::string_view type = "image/png", std::optional<double> quality = {},
                           PNGImageData* data = nullptr);
-    // The PNG file toDataURL() encodes; empty when there is no bitmap.
-    std::string toPNG();
 
     // Whether a bitmap of this size can exist (both sides non-zero and within the limits).
     bool hasBitmap() const;
