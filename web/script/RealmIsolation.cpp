@@ -21,6 +21,7 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     const freeze = intrinsics.freeze, defineProperty = intrinsics.defineProperty;
     const deleteProperty = intrinsics.deleteProperty;
     const regExpExec = RegExp.prototype.exec, emptyPattern = /(?:)/;
+    const isEnumerable = Object.prototype.propertyIsEnumerable;
     const global = globalThis;
 
     // Intrinsics no property leads to, reached through syntax.
@@ -99,22 +100,30 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
     // that key is described again (a mark). Index keys are listed in number order whatever
     // happened, so each is marked.
     const O = [], keys = [], keyEnds = [], valueEnds = [], valueKeys = [], values = [];
-    const markObjects = [], markKeys = [], markGets = [], markSets = [], markEnumerable = [], markWritable = [];
-    const methods = [];
+    // Assignment makes a key enumerable: of a mark that was not, asking whether it still is not
+    // is enough, and much cheaper than describing it.
+    const hiddenObjects = [], hiddenKeys = [];
+    const markObjects = [], markKeys = [], markGets = [], markSets = [], markWritable = [];
+    const unassignable = [];
+    const assignable = (d) => 'value' in d && d.writable;
     const isIndex = (key) => typeof key === 'string' && apply(regExpExec, /^(?:0|[1-9][0-9]*)$/, [key]) !== null
         && +key < 4294967295;
     const mark = (object, key, d) => {
+        if (!d.enumerable) {
+            hiddenObjects.push(object);
+            hiddenKeys.push(key);
+            return;
+        }
         markObjects.push(object);
         markKeys.push(key);
         markGets.push(d.get);
         markSets.push(d.set);
-        markEnumerable.push(d.enumerable);
         markWritable.push(d.writable);
     };
     for (const object of objects) {
         const own = ownKeys(object);
-        if (typeof object === 'function' && own.every((key) => key === 'length' || key === 'name')) {
-            methods.push(object);
+        if (typeof object === 'function' && own.every((key) => !assignable(describe(object, key)))) {
+            unassignable.push(object);
             continue;
         }
         let lastString = null, lastSymbol = null;
@@ -122,11 +131,11 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
             const d = describe(object, key);
             keys.push(key);
             // Only assignment changes a value without changing the list of keys.
-            if ('value' in d && d.writable) {
+            if (assignable(d)) {
                 valueKeys.push(key);
                 values.push(d.value);
             }
-            const plain = 'value' in d && d.writable && d.enumerable;
+            const plain = assignable(d) && d.enumerable;
             if (!d.configurable || plain)
                 continue;
             if (isIndex(key))
@@ -144,9 +153,10 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
         keyEnds.push(keys.length);
         valueEnds.push(valueKeys.length);
     }
-    // Built-in functions with nothing but a name and a length cannot change: comparing those
-    // every time would cost more than the rest of the check together.
-    methods.forEach((method) => freeze(method));
+    // Built-in functions with nothing a script could assign (methods with their name and length,
+    // constructors with their prototype and constants) are frozen: comparing those every time
+    // would cost more than the rest of the check together.
+    unassignable.forEach((f) => freeze(f));
 
     const builtinsChanged = () => {
         let k = 0, v = 0;
@@ -167,10 +177,13 @@ constexpr const char* kSnapshot = R"JS((function (intrinsics) {
         }
         // Every object is as recorded above, Object.prototype too, so reading the descriptors'
         // fields runs nothing a script left behind.
+        for (let m = 0; m < hiddenObjects.length; m++) {
+            if (isEnumerable.call(hiddenObjects[m], hiddenKeys[m]))
+                return true;
+        }
         for (let m = 0; m < markObjects.length; m++) {
             const d = describe(markObjects[m], markKeys[m]);
-            if (d.get !== markGets[m] || d.set !== markSets[m] || d.enumerable !== markEnumerable[m]
-                || d.writable !== markWritable[m])
+            if (d.get !== markGets[m] || d.set !== markSets[m] || !d.enumerable || d.writable !== markWritable[m])
                 return true;
         }
         return false;

@@ -19,9 +19,9 @@ class Realm;
 //   deleted and assigned again, which puts it last), the values of everything a script can
 //   assign, and, where keys deleted and assigned again in order would leave the list as it was,
 //   what the last of them was (not enumerable, an accessor, read-only). Built-in functions
-//   that have nothing but their name and length (nine in ten of the objects) are frozen
-//   instead of checked: those two properties are read-only, and comparing them every time
-//   would cost more than the rest of the check together.
+//   that have nothing a script could assign (methods with their name and length, nine in ten
+//   of the objects, and constructors with nothing but read-only properties) are frozen instead
+//   of checked: comparing them every time would cost more than the rest of the check together.
 // - What the check cannot see (a property made non-writable or into an accessor, a changed
 //   prototype, a frozen object) can only be done through a handful of built-ins
 //   (Object.defineProperty, setPrototypeOf, freeze, Reflect.deleteProperty, ...). These are
