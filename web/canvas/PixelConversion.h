@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 
 // Conversions between Cairo's premultiplied ARGB32 pixels and the unpremultiplied RGBA bytes
 // of ImageData and PNG files, rounding as browsers do.
@@ -10,11 +13,22 @@ inline std::uint8_t premultiply(std::uint8_t channel, std::uint8_t alpha)
     return std::uint8_t((unsigned(channel) * alpha * 2 + 255) / 510);
 }
 
+// floor(2^32 / (2 * alpha)) + 1 for every alpha: multiplied by a numerator below 2^17 and
+// shifted down by 32 bits, it divides by 2 * alpha exactly (numerator times divisor < 2^32).
+inline constexpr auto kUnpremultiplyReciprocals = [] {
+    std::array<std::uint64_t, 256> reciprocals{};
+    for (unsigned alpha = 1; alpha < 256; ++alpha)
+        reciprocals[alpha] = (std::uint64_t(1) << 32) / (2 * alpha) + 1;
+    return reciprocals;
+}();
+
+// round(channel * 255 / alpha), as (channel * 510 + alpha) / (2 * alpha), without dividing.
 inline std::uint8_t unpremultiply(std::uint8_t channel, std::uint8_t alpha)
 {
     if (alpha == 0)
         return 0;
-    unsigned value = (unsigned(channel) * 255 * 2 + alpha) / (2u * alpha);
+    std::uint64_t numerator = unsigned(channel) * 255 * 2 + alpha;
+    unsigned value = unsigned((numerator * kUnpremultiplyReciprocals[alpha]) >> 32);
     return std::uint8_t(value > 255 ? 255 : value);
 }
 
@@ -24,12 +38,17 @@ inline void pixelToRGBA(std::uint32_t pixel, bool opaque, std::uint8_t* rgba)
 {
     std::uint8_t a = opaque ? 255 : std::uint8_t(pixel >> 24);
     std::uint8_t r = std::uint8_t(pixel >> 16), g = std::uint8_t(pixel >> 8), b = std::uint8_t(pixel);
-    if (a == 255) {
-        rgba[0] = r, rgba[1] = g, rgba[2] = b, rgba[3] = 255;
-    } else if (a == 0) {
-        rgba[0] = rgba[1] = rgba[2] = rgba[3] = 0;
+    if (a == 0) {
+        r = g = b = 0;
+    } else if (a != 255) {
+        r = unpremultiply(r, a), g = unpremultiply(g, a), b = unpremultiply(b, a);
+    }
+    if constexpr (std::endian::native == std::endian::little) {
+        // One store: four byte stores cost the loop that fills a row more than the pixels.
+        std::uint32_t bytes = std::uint32_t(r) | std::uint32_t(g) << 8 | std::uint32_t(b) << 16 | std::uint32_t(a) << 24;
+        std::memcpy(rgba, &bytes, 4);
     } else {
-        rgba[0] = unpremultiply(r, a), rgba[1] = unpremultiply(g, a), rgba[2] = unpremultiply(b, a), rgba[3] = a;
+        rgba[0] = r, rgba[1] = g, rgba[2] = b, rgba[3] = a;
     }
 }
 

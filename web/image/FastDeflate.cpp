@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 
 namespace {
 
@@ -15,9 +16,6 @@ constexpr std::uint32_t reversed(std::uint32_t code, int length)
         result |= ((code >> i) & 1u) << (length - 1 - i);
     return result;
 }
-
-// Matches reach back one RGBA pixel: runs of equal pixels, transparent ones above all.
-constexpr std::size_t kDistance = 4;
 
 struct Code {
     std::uint32_t bits;
@@ -95,88 +93,201 @@ private:
     int used_ = 0;
 };
 
-// How many bytes from `at` repeat the bytes four before them (the pixel before), up to
-// `limit`; eight at a time where it can.
-std::size_t repeats(const std::uint8_t* data, std::size_t at, std::size_t size, std::size_t limit)
-{
-    std::size_t n = 0;
-    while (n + 8 <= limit && at + n + 8 <= size) {
-        std::uint64_t word, before;
-        std::memcpy(&word, data + at + n, 8);
-        std::memcpy(&before, data + at + n - kDistance, 8);
-        if (word != before)
-            break;
-        n += 8;
+} // namespace
+
+namespace {
+
+// The stream's checksum, taken pixel by pixel as the pixels are written: a pixel's bytes
+// p0..p3 add s = p0+p1+p2+p3 to the first sum and 4a + (4p0+3p1+2p2+p3) to the second, and k
+// equal pixels in a row add k·s and 4ka + 2s·k(k-1) + k(4p0+3p1+2p2+p3). The sums are
+// reduced after every chunk of a row, before they could grow past 64 bits.
+class Adler32 {
+public:
+    void addByte(std::uint8_t value)
+    {
+        a_ += value;
+        b_ += a_;
     }
-    while (n < limit && at + n < size && data[at + n] == data[at + n - kDistance])
-        ++n;
-    return n;
+    void addPixels(std::uint32_t pixel, std::uint64_t count)
+    {
+        std::uint64_t p0 = pixel & 0xff, p1 = (pixel >> 8) & 0xff, p2 = (pixel >> 16) & 0xff, p3 = pixel >> 24;
+        std::uint64_t sum = p0 + p1 + p2 + p3, weighted = 4 * p0 + 3 * p1 + 2 * p2 + p3;
+        b_ += 4 * count * a_ + 2 * sum * count * (count - 1) + count * weighted;
+        a_ += count * sum;
+    }
+    void addZeros(std::uint64_t count)
+    {
+        b_ += count * a_;
+        reduce();
+    }
+    void reduce()
+    {
+        a_ %= kBase;
+        b_ %= kBase;
+    }
+    std::uint32_t value()
+    {
+        reduce();
+        return std::uint32_t(b_ << 16 | a_);
+    }
+
+private:
+    static constexpr std::uint64_t kBase = 65521;
+    std::uint64_t a_ = 1, b_ = 0;
+};
+
+// Pixels written between reductions of the checksum's sums, and most pixels one match repeats
+// (256 bytes; deflate's longest match is 258).
+constexpr std::size_t kChunkPixels = 1024;
+constexpr std::size_t kMostRepeatedPixels = 64;
+constexpr std::size_t kLongestMatch = 258;
+
+// A pixel's four bytes, the first in the lowest bits.
+std::uint32_t pixelAt(const std::uint8_t* bytes)
+{
+    return std::uint32_t(bytes[0]) | std::uint32_t(bytes[1]) << 8 | std::uint32_t(bytes[2]) << 16
+        | std::uint32_t(bytes[3]) << 24;
 }
+
+class ScanlineDeflater {
+public:
+    ScanlineDeflater(unsigned char* out, const std::uint8_t* rows, std::size_t width, std::size_t height)
+        : writer_(out), rows_(rows), width_(width), height_(height), rowSize_(1 + 4 * width)
+    {
+    }
+
+    unsigned char* deflate()
+    {
+        writer_.put(3, 3); // final block, fixed codes
+        std::size_t x = 0;
+        bool filterWritten = false;
+        for (std::size_t y = 0; y < height_; ++y) {
+            if (!filterWritten) {
+                literal(rows_[rowSize_ * y]);
+                checksum_.addByte(rows_[rowSize_ * y]);
+            }
+            filterWritten = false;
+            // The pixel the four bytes before the next one hold, if they hold one.
+            std::optional<std::uint32_t> previous;
+            if (x > 0)
+                previous = 0;
+            std::size_t sinceReduce = 0;
+            while (x < width_) {
+                std::uint32_t pixel = pixelAt(pixels(y) + 4 * x);
+                if (previous && pixel != *previous && ((pixel ^ *previous) & 0xffffff) == 0) {
+                    // The colour of the pixel before at another alpha, as edges are drawn.
+                    const Code& match = kLengths[3];
+                    writer_.put(match.bits, match.length);
+                    literal(int(pixel >> 24));
+                    checksum_.addPixels(pixel, 1);
+                    previous = pixel;
+                    ++x;
+                } else if (pixel != previous) {
+                    literals(pixel);
+                    checksum_.addPixels(pixel, 1);
+                    previous = pixel;
+                    ++x;
+                } else if (pixel != 0) {
+                    std::size_t last = std::min(width_, x + kMostRepeatedPixels), run = 1;
+                    while (x + run < last && pixelAt(pixels(y) + 4 * (x + run)) == pixel)
+                        ++run;
+                    const Code& match = kLengths[4 * run];
+                    writer_.put(match.bits, match.length);
+                    checksum_.addPixels(pixel, run);
+                    x += run;
+                } else {
+                    // Transparent pixels run on through the ends of rows, filter bytes and all.
+                    std::size_t run = zerosFrom(y, x);
+                    std::size_t bytes = 4 * run;
+                    x += run;
+                    while (x == width_ && y + 1 < height_ && rows_[rowSize_ * (y + 1)] == 0) {
+                        ++y;
+                        filterWritten = true;
+                        x = zerosFrom(y, 0);
+                        bytes += 1 + 4 * x;
+                    }
+                    zeros(bytes);
+                    sinceReduce = kChunkPixels;
+                }
+                if (++sinceReduce >= kChunkPixels) {
+                    checksum_.reduce();
+                    sinceReduce = 0;
+                }
+            }
+            if (!filterWritten)
+                x = 0;
+            else if (x == width_)
+                filterWritten = false, x = 0;
+        }
+        literal(256);
+        unsigned char* tail = writer_.finish();
+        std::uint32_t sum = checksum_.value();
+        for (int k = 0; k < 4; ++k)
+            *tail++ = static_cast<unsigned char>(sum >> (24 - 8 * k));
+        return tail;
+    }
+
+private:
+    const std::uint8_t* pixels(std::size_t y) const { return rows_ + rowSize_ * y + 1; }
+
+    // How many transparent pixels row `y` has from `x` on.
+    std::size_t zerosFrom(std::size_t y, std::size_t x) const
+    {
+        std::size_t n = 0;
+        while (x + n < width_ && pixelAt(pixels(y) + 4 * (x + n)) == 0)
+            ++n;
+        return n;
+    }
+
+    void literal(int symbol)
+    {
+        const Code& code = kLiterals[symbol];
+        writer_.put(code.bits, code.length);
+    }
+
+    void literals(std::uint32_t pixel)
+    {
+        // Two literals at a time: at most 18 bits.
+        const Code& c0 = kLiterals[pixel & 0xff];
+        const Code& c1 = kLiterals[(pixel >> 8) & 0xff];
+        const Code& c2 = kLiterals[(pixel >> 16) & 0xff];
+        const Code& c3 = kLiterals[pixel >> 24];
+        writer_.put(c0.bits | c1.bits << c0.length, c0.length + c1.length);
+        writer_.put(c2.bits | c3.bits << c2.length, c2.length + c3.length);
+    }
+
+    // `count` zero bytes that follow at least four others, as matches four back.
+    void zeros(std::size_t count)
+    {
+        checksum_.addZeros(count);
+        while (count >= 3) {
+            std::size_t length = std::min(count, kLongestMatch);
+            if (count - length > 0 && count - length < 3)
+                length = count - 3;
+            const Code& match = kLengths[length];
+            writer_.put(match.bits, match.length);
+            count -= length;
+        }
+        for (; count > 0; --count)
+            literal(0);
+    }
+
+    BitWriter writer_;
+    Adler32 checksum_;
+    const std::uint8_t* rows_;
+    std::size_t width_, height_, rowSize_;
+};
 
 } // namespace
 
-std::uint32_t adler32Of(const std::uint8_t* data, std::size_t size)
+void appendZlibOfScanlines(std::string& out, const std::uint8_t* rows, std::size_t width, std::size_t height)
 {
-    // Sixteen bytes at a time: each adds its value to the first sum and, weighted by how many
-    // bytes of the block follow it and itself, to the second, with the first sum as it stood
-    // sixteen times over. The sums at the end of a block are those a byte at a time would
-    // reach, so zlib's bound (5552 bytes before the sums could overflow) still holds.
-    constexpr std::uint32_t kBase = 65521;
-    constexpr std::size_t kMostBeforeModulo = 5552;
-    std::uint32_t a = 1, b = 0;
-    while (size > 0) {
-        std::size_t chunk = std::min(size, kMostBeforeModulo);
-        size -= chunk;
-        for (; chunk >= 16; chunk -= 16, data += 16) {
-            std::uint32_t sum = 0, weighted = 0;
-            for (int i = 0; i < 16; ++i) {
-                sum += data[i];
-                weighted += std::uint32_t(16 - i) * data[i];
-            }
-            b += 16 * a + weighted;
-            a += sum;
-        }
-        for (; chunk > 0; --chunk) {
-            a += *data++;
-            b += a;
-        }
-        a %= kBase;
-        b %= kBase;
-    }
-    return b << 16 | a;
-}
-
-void appendZlibFast(std::string& out, const std::uint8_t* data, std::size_t size)
-{
+    const std::size_t size = (1 + 4 * width) * height;
     std::size_t start = out.size();
     out.resize(start + 2 + size + size / 8 + 32 + 4);
     auto* base = reinterpret_cast<unsigned char*>(out.data()) + start;
     base[0] = 0x78; // deflate, 32K window
     base[1] = 0x01; // fastest, no dictionary; (0x7801 % 31 == 0)
-    BitWriter writer(base + 2);
-    writer.put(3, 3); // final block, fixed codes
-    std::size_t i = 0;
-    while (i < size) {
-        const Code& literal = kLiterals[data[i]];
-        writer.put(literal.bits, literal.length);
-        ++i;
-        // Most literals in a drawing's edges differ from the pixel before at once; only a
-        // match worth its code is looked for further.
-        std::size_t run = i >= kDistance && i + 2 < size && data[i] == data[i - kDistance]
-                && data[i + 1] == data[i + 1 - kDistance] && data[i + 2] == data[i + 2 - kDistance]
-            ? repeats(data, i, size, 258)
-            : 0;
-        if (run >= 3) {
-            const Code& match = kLengths[run];
-            writer.put(match.bits, match.length);
-            i += run;
-        }
-    }
-    const Code& end = kLiterals[256];
-    writer.put(end.bits, end.length);
-    unsigned char* tail = writer.finish();
-    std::uint32_t checksum = adler32Of(data, size);
-    for (int k = 0; k < 4; ++k)
-        *tail++ = static_cast<unsigned char>(checksum >> (24 - 8 * k));
+    unsigned char* tail = ScanlineDeflater(base + 2, rows, width, height).deflate();
     out.resize(std::size_t(tail - reinterpret_cast<unsigned char*>(out.data())));
 }

@@ -89,7 +89,7 @@ std::string encodePNG(const PNGImageData& data)
     std::size_t lengthAt = png.size();
     appendBigEndian(png, 0);
     png.append("IDAT", 4);
-    appendZlibFast(png, raw.data(), raw.size());
+    appendZlibOfScanlines(png, raw.data(), std::size_t(width), std::size_t(height));
     std::size_t dataSize = png.size() - lengthAt - 8;
     for (int i = 0; i < 4; ++i)
         png[lengthAt + i] = char(dataSize >> (24 - 8 * i));

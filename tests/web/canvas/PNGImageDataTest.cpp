@@ -2,6 +2,7 @@
 // exactly what decoding the PNG gives, for every colour and alpha a file can hold.
 #include "CanvasTestSupport.h"
 
+#include "web/canvas/PixelConversion.h"
 #include "web/image/FastDeflate.h"
 #include "web/image/PNGEncoder.h"
 
@@ -10,7 +11,9 @@
 
 #include <cairo.h>
 
+#include <algorithm>
 #include <cstring>
+#include <functional>
 #include <vector>
 
 #include <zlib.h>
@@ -108,21 +111,56 @@ TEST(PNGImageData, InconsistentDataMakesNoSurface)
 
 } // namespace
 
-// The checksum ends every data URL's image data: a wrong one and browsers refuse the picture.
-// Lengths about every block and sum-reduction boundary, bytes from none to all ones.
-TEST(PNGImageData, ChecksumMatchesZlib)
+// Unpremultiplying multiplies by a reciprocal instead of dividing: it must round as the
+// division does, for every channel and alpha.
+TEST(PNGImageData, UnpremultiplyingRoundsAsDividing)
 {
-    std::vector<std::uint8_t> bytes(3 * 5552 + 40);
+    for (unsigned alpha = 0; alpha < 256; ++alpha) {
+        for (unsigned channel = 0; channel < 256; ++channel) {
+            unsigned divided = alpha ? std::min(255u, (channel * 510 + alpha) / (2 * alpha)) : 0;
+            ASSERT_EQ(unpremultiply(std::uint8_t(channel), std::uint8_t(alpha)), divided) << channel << "/" << alpha;
+        }
+    }
+}
+
+// A data URL's image data must inflate to exactly the scanlines it was made of, its checksum
+// included (zlib refuses a stream whose checksum is wrong): runs longer than one match, runs of
+// transparent pixels through several rows, a colour repeated at other alphas, noise, rows a
+// pixel wide and rows longer than a chunk of the checksum.
+TEST(PNGImageData, ScanlinesInflateAsWritten)
+{
     std::uint32_t seed = 12345;
-    for (int fill = 0; fill < 3; ++fill) {
-        for (auto& byte : bytes) {
-            seed = seed * 1103515245 + 12345;
-            byte = fill == 0 ? 0xFF : fill == 1 ? std::uint8_t(seed >> 16) : 0;
+    auto next = [&] { return seed = seed * 1103515245 + 12345, std::uint8_t(seed >> 16); };
+    struct Case {
+        int width, height;
+        std::function<std::uint32_t(int x, int y)> pixel; // RGBA, R in the lowest byte
+    };
+    const Case cases[] = {
+        {1, 1, [](int, int) { return 0u; }},
+        {1, 7, [](int, int y) { return y == 3 ? 0x80ffffffu : 0u; }},
+        {300, 4, [](int, int) { return 0xff2040a0u; }},
+        {41, 41, [](int x, int y) { return (x - 20) * (x - 20) + (y - 20) * (y - 20) < 300 ? std::uint32_t(x * 6) << 24 | 0xffffff : 0u; }},
+        {64, 9, [](int x, int y) { return y % 3 ? 0u : std::uint32_t(x % 5) * 0x01010101u; }},
+        {2100, 3, [&](int x, int) { return x % 700 < 600 ? 0u : std::uint32_t(next()) << 24 | next() << 16 | next() << 8 | next(); }},
+        {33, 17, [&](int, int) { return std::uint32_t(next() & 0xc0) << 24 | 0x00ff8000u | (next() & 1); }},
+    };
+    for (const Case& c : cases) {
+        PNGImageData data{c.width, c.height, {}};
+        for (int y = 0; y < c.height; ++y) {
+            data.rows.push_back(0);
+            for (int x = 0; x < c.width; ++x) {
+                std::uint32_t p = c.pixel(x, y);
+                for (int k = 0; k < 4; ++k)
+                    data.rows.push_back(std::uint8_t(p >> (8 * k)));
+            }
         }
-        for (std::size_t size : {0, 1, 15, 16, 17, 31, 32, 33, 5551, 5552, 5553, 5568, 11104, 11105, 16696}) {
-            ASSERT_LE(size, bytes.size());
-            std::uint32_t expected = std::uint32_t(adler32(adler32(0, nullptr, 0), bytes.data(), uInt(size)));
-            ASSERT_EQ(adler32Of(bytes.data(), size), expected) << "fill " << fill << ", " << size << " bytes";
-        }
+        std::string stream;
+        appendZlibOfScanlines(stream, data.rows.data(), std::size_t(c.width), std::size_t(c.height));
+        std::vector<std::uint8_t> inflated(data.rows.size() + 16);
+        uLongf size = uLongf(inflated.size());
+        ASSERT_EQ(uncompress(inflated.data(), &size, reinterpret_cast<const Bytef*>(stream.data()), uLong(stream.size())), Z_OK)
+            << c.width << "x" << c.height;
+        inflated.resize(size);
+        EXPECT_EQ(inflated, data.rows) << c.width << "x" << c.height;
     }
 }
