@@ -120,14 +120,17 @@ cairo_surface_t* HTMLCanvasElement::bitmap()
     return surface_;
 }
 
-std::string HTMLCanvasElement::toDataURL(std::string_view, std::optional<double>, PNGImageData* data)
+std::string HTMLCanvasElement::encodedImage(std::string_view, std::optional<double>, PNGImageData* data)
 {
     // Every type is written as PNG, which the standard allows for types one does not support.
     cairo_surface_t* surface = bitmap();
-    std::string png = surface ? encodePNG(surface, data) : std::string();
-    if (png.empty())
-        return "data:,";
-    return base64DataURL("image/png", png);
+    return surface ? encodePNG(surface, data) : std::string();
+}
+
+std::string HTMLCanvasElement::toDataURL(std::string_view type, std::optional<double> quality, PNGImageData* data)
+{
+    std::string png = encodedImage(type, quality, data);
+    return png.empty() ? "data:," : base64DataURL("image/png", png);
 }
 
 ExceptionOr<bool> HTMLCanvasElement::checkUsability() const

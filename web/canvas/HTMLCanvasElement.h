@@ -91,6 +91,8 @@ public:
     // image data of the PNG (nothing for "data:,").
     std::string toDataURL(std::string_view type = "image/png", std::optional<double> quality = {},
                           PNGImageData* data = nullptr);
+    // The file toDataURL() encodes: PNG for every type, empty when it gives "data:,".
+    std::string encodedImage(std::string_view type, std::optional<double> quality, PNGImageData* data = nullptr);
 
     // Whether a bitmap of this size can exist (both sides non-zero and within the limits).
     bool hasBitmap() const;

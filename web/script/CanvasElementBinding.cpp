@@ -1,5 +1,6 @@
 #include "web/canvas/CanvasRenderingContext2D.h"
 #include "web/canvas/HTMLCanvasElement.h"
+#include "web/image/DataURL.h"
 #include "web/script/Bindings.h"
 #include "web/script/Realm.h"
 #include "web/script/ScriptEngine.h"
@@ -95,7 +96,9 @@ InterfaceDefinition htmlCanvasElementInterface = {
             if (JSValueIsNumber(call.ctx(), call.arg(1)))
                 quality = call.number(1);
             PNGImageData data;
-            JSValueRef url = call.toJS(canvas.toDataURL(type, quality, &data));
+            std::string png = canvas.encodedImage(type, quality, &data);
+            JSValueRef url = png.empty() ? call.toJS(std::string_view("data:,"))
+                                         : makeString(call.ctx(), base64DataURLUTF16("image/png", png));
             if (!data.rows.empty())
                 ScriptEngine::noteDataURL(call.ctx(), url, std::move(data));
             return url;

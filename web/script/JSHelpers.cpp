@@ -131,6 +131,12 @@ JSValueRef makeString(JSContextRef ctx, std::string_view utf8)
     return JSValueMakeString(ctx, string.get());
 }
 
+JSValueRef makeString(JSContextRef ctx, std::u16string_view utf16)
+{
+    JSString string = JSString::adopt(JSStringCreateWithCharacters(reinterpret_cast<const JSChar*>(utf16.data()), utf16.size()));
+    return JSValueMakeString(ctx, string.get());
+}
+
 std::string toUTF8(JSContextRef ctx, JSValueRef value)
 {
     JSValueRef exception = nullptr;

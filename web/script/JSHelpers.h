@@ -31,6 +31,7 @@ private:
 // Text of a string reference; unpaired surrogates become U+FFFD.
 std::string toUTF8(JSStringRef string);
 JSValueRef makeString(JSContextRef ctx, std::string_view utf8);
+JSValueRef makeString(JSContextRef ctx, std::u16string_view utf16);
 
 // A JavaScript exception on its way through binding code. The callback that JavaScriptCore
 // called catches it and hands the value back as the callback's exception.
