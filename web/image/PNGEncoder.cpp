@@ -47,19 +47,33 @@ std::string encodePNG(cairo_surface_t* surface, PNGImageData* data)
 
     // Unfiltered scanlines: runs of equal pixels are what the deflate finds, and a decoder has
     // nothing to undo.
-    PNGImageData image{width, height, {}};
+    PNGImageData image{width, height, {}, {}};
     std::size_t rowSize = 1 + std::size_t(width) * 4;
     image.rows.resize(rowSize * height);
+    bool roundTrips = !opaque;
     for (int y = 0; y < height; ++y) {
         unsigned char* row = image.rows.data() + rowSize * y;
         row[0] = 0;
         auto* source = reinterpret_cast<const std::uint32_t*>(pixels + std::size_t(stride) * y);
-        for (int x = 0; x < width; ++x)
-            pixelToRGBA(source[x], opaque, row + 1 + 4 * x);
+        if (opaque) {
+            for (int x = 0; x < width; ++x)
+                pixelToRGBA(source[x], true, row + 1 + 4 * x);
+        } else {
+            for (int x = 0; x < width; ++x)
+                roundTrips &= pixelToRGBARoundTrips(source[x], row + 1 + 4 * x);
+        }
     }
     std::string png = encodePNG(image);
-    if (data)
+    if (data) {
+        if (roundTrips) {
+            image.premultiplied.reserve(std::size_t(width) * height);
+            for (int y = 0; y < height; ++y) {
+                auto* source = reinterpret_cast<const std::uint32_t*>(pixels + std::size_t(stride) * y);
+                image.premultiplied.insert(image.premultiplied.end(), source, source + width);
+            }
+        }
         *data = std::move(image);
+    }
     return png;
 }
 
@@ -111,6 +125,13 @@ cairo_surface_t* decodedPNGSurface(const PNGImageData& data)
     }
     unsigned char* pixels = cairo_image_surface_get_data(surface);
     int stride = cairo_image_surface_get_stride(surface);
+    if (data.premultiplied.size() == std::size_t(data.width) * std::size_t(data.height)) {
+        for (int y = 0; y < data.height; ++y)
+            std::memcpy(pixels + std::size_t(stride) * std::size_t(y), data.premultiplied.data() + std::size_t(data.width) * y,
+                        4 * std::size_t(data.width));
+        cairo_surface_mark_dirty(surface);
+        return surface;
+    }
     for (int y = 0; y < data.height; ++y) {
         const unsigned char* row = data.rows.data() + rowSize * std::size_t(y);
         if (*row++ != 0) {

@@ -54,7 +54,7 @@ UIImage decodePNG(const std::string& png)
 TEST(PNGImageData, EveryChannelAndAlphaDecodesAsMade)
 {
     // One pixel for each pair of channel value and alpha, the three colour channels differing.
-    PNGImageData data{256, 256, {}};
+    PNGImageData data{256, 256, {}, {}};
     for (int alpha = 0; alpha < 256; ++alpha) {
         data.rows.push_back(0);
         for (int value = 0; value < 256; ++value) {
@@ -100,11 +100,33 @@ TEST(PNGImageData, ACanvasDataURLDecodesToItsImageData)
     EXPECT_TRUE(none.rows.empty());
 }
 
+// A surface's own pixels stand for the decoded file only where they round-trip: a channel above
+// its alpha (which no drawing makes, but a surface can hold) comes back otherwise.
+TEST(PNGImageData, PixelsThatDoNotRoundTripAreDecoded)
+{
+    for (std::uint32_t odd : {0x40ff0000u, 0x00000001u, 0x80808080u, 0xff123456u}) {
+        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 3, 2);
+        auto* pixels = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface));
+        const std::uint32_t values[] = {0, 0x80402010u, odd, 0xff00ff00u, 0x01010101u, 0};
+        cairo_surface_flush(surface);
+        for (int i = 0; i < 6; ++i)
+            pixels[(i / 3) * cairo_image_surface_get_stride(surface) / 4 + i % 3] = values[i];
+        cairo_surface_mark_dirty(surface);
+        PNGImageData data;
+        UIImage decoded = decodePNG(encodePNG(surface, &data));
+        cairo_surface_t* made = decodedPNGSurface(data);
+        std::string where;
+        EXPECT_TRUE(sameSurfaces(decoded.CGImage(), made, &where)) << std::hex << odd << ": " << where;
+        cairo_surface_destroy(made);
+        cairo_surface_destroy(surface);
+    }
+}
+
 TEST(PNGImageData, InconsistentDataMakesNoSurface)
 {
-    PNGImageData shortRows{2, 2, std::vector<unsigned char>(17, 0)};
+    PNGImageData shortRows{2, 2, std::vector<unsigned char>(17, 0), {}};
     EXPECT_EQ(decodedPNGSurface(shortRows), nullptr);
-    PNGImageData filtered{1, 1, {1, 0, 0, 0, 255}};
+    PNGImageData filtered{1, 1, {1, 0, 0, 0, 255}, {}};
     EXPECT_EQ(decodedPNGSurface(filtered), nullptr);
     EXPECT_EQ(decodedPNGSurface(PNGImageData{}), nullptr);
 }
@@ -145,7 +167,7 @@ TEST(PNGImageData, ScanlinesInflateAsWritten)
         {33, 17, [&](int, int) { return std::uint32_t(next() & 0xc0) << 24 | 0x00ff8000u | (next() & 1); }},
     };
     for (const Case& c : cases) {
-        PNGImageData data{c.width, c.height, {}};
+        PNGImageData data{c.width, c.height, {}, {}};
         for (int y = 0; y < c.height; ++y) {
             data.rows.push_back(0);
             for (int x = 0; x < c.width; ++x) {
