@@ -9,7 +9,9 @@ std::basic_string<Char> base64DataURLIn(std::string_view mediaType, std::string_
 {
     static constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string prefix = "data:" + std::string(mediaType) + ";base64,";
-    std::basic_string<Char> url(prefix.size() + (data.size() + 2) / 3 * 4, Char('='));
+    // Made with zeros, which the library fills as memory; a wide character of any other value
+    // would be filled one at a time, at a cost of its own.
+    std::basic_string<Char> url(prefix.size() + (data.size() + 2) / 3 * 4, Char(0));
     Char* out = url.data();
     for (char c : prefix)
         *out++ = Char(static_cast<unsigned char>(c));
@@ -26,8 +28,8 @@ std::basic_string<Char> base64DataURLIn(std::string_view mediaType, std::string_
         std::uint32_t n = std::uint32_t(in[i]) << 16 | (rest == 2 ? std::uint32_t(in[i + 1]) << 8 : 0);
         out[0] = Char(kAlphabet[n >> 18]);
         out[1] = Char(kAlphabet[(n >> 12) & 63]);
-        if (rest == 2)
-            out[2] = Char(kAlphabet[(n >> 6) & 63]);
+        out[2] = rest == 2 ? Char(kAlphabet[(n >> 6) & 63]) : Char('=');
+        out[3] = Char('=');
     }
     return url;
 }

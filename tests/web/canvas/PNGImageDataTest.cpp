@@ -3,6 +3,7 @@
 #include "CanvasTestSupport.h"
 
 #include "web/canvas/PixelConversion.h"
+#include "web/image/DataURL.h"
 #include "web/image/FastDeflate.h"
 #include "web/image/PNGEncoder.h"
 
@@ -184,5 +185,20 @@ TEST(PNGImageData, ScanlinesInflateAsWritten)
             << c.width << "x" << c.height;
         inflated.resize(size);
         EXPECT_EQ(inflated, data.rows) << c.width << "x" << c.height;
+    }
+}
+
+// Both forms of a data URL, for every length of trailing group: the platform's encoder is the
+// measure.
+TEST(PNGImageData, DataURLsInBothFormsMatchTheEncoder)
+{
+    const std::string bytes = std::string("\x00\xff\x10\x80\x7f\x3e\xfe", 7);
+    for (std::size_t size = 0; size <= bytes.size(); ++size) {
+        const std::string_view data(bytes.data(), size);
+        const std::string expected
+            = "data:image/png;base64," + Base64::encode(reinterpret_cast<const std::uint8_t*>(data.data()), size);
+        EXPECT_EQ(base64DataURL("image/png", data), expected) << size;
+        const std::u16string wide = base64DataURLUTF16("image/png", data);
+        EXPECT_EQ(std::string(wide.begin(), wide.end()), expected) << size;
     }
 }
