@@ -184,7 +184,7 @@ void CanvasPainter::clear(const CanvasShape& shape)
     if (!state_.transform.isInvertible())
         return;
     std::vector<cairo_path_data_t> storage;
-    setPath(cr_, shape, storage);
+    setPath(cr_, devicePath(shape, storage));
     cairo_set_operator(cr_, CAIRO_OPERATOR_CLEAR);
     cairo_set_fill_rule(cr_, shape.fillRule);
     cairo_fill(cr_);
@@ -287,7 +287,7 @@ void CanvasPainter::drawShape(cairo_t* cr, const CanvasShape& shape, const Canva
     }
     if (setSource(cr, source, group ? 1 : alpha, bounds)) {
         std::vector<cairo_path_data_t> storage;
-        fillOrStroke(cr, shape, setPath(cr, shape, storage));
+        fillOrStroke(cr, shape, devicePath(shape, storage));
     }
     if (bandClip)
         cairo_restore(cr);

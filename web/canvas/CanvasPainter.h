@@ -74,8 +74,10 @@ private:
     // Paints the shape with its source on `cr` with the current operator, `alpha` applied.
     void drawShape(cairo_t* cr, const CanvasShape& shape, const CanvasPaintSource& source, double alpha,
                    const CanvasDeviceRect& bounds) const;
-    // Sets the shape as the context's path, in device space, and returns it flattened.
-    std::span<const cairo_path_data_t> setPath(cairo_t* cr, const CanvasShape& shape, std::vector<cairo_path_data_t>& storage) const;
+    // The shape's path in device space, ready for Cairo.
+    std::span<const cairo_path_data_t> devicePath(const CanvasShape& shape, std::vector<cairo_path_data_t>& storage) const;
+    // Makes a device-space path the context's path, the transform its matrix.
+    void setPath(cairo_t* cr, std::span<const cairo_path_data_t> data) const;
     void setStrokeStyle(cairo_t* cr) const;
     // Sets the source; false when it paints nothing at all.
     bool setSource(cairo_t* cr, const CanvasPaintSource& source, double alpha, const CanvasDeviceRect& bounds) const;

@@ -68,10 +68,14 @@ bool masksLikeFills(cairo_operator_t op)
 
 } // namespace
 
-std::span<const cairo_path_data_t> CanvasPainter::setPath(cairo_t* cr, const CanvasShape& shape,
-                                                          std::vector<cairo_path_data_t>& storage) const
+std::span<const cairo_path_data_t> CanvasPainter::devicePath(const CanvasShape& shape,
+                                                             std::vector<cairo_path_data_t>& storage) const
 {
-    auto data = prepareForCairo(shape.path, shape.inUserSpace ? &state_.transform : nullptr, shape.stroke, storage);
+    return prepareForCairo(shape.path, shape.inUserSpace ? &state_.transform : nullptr, shape.stroke, storage);
+}
+
+void CanvasPainter::setPath(cairo_t* cr, std::span<const cairo_path_data_t> data) const
+{
     cairo_new_path(cr);
     cairo_identity_matrix(cr);
     cairo_path_t path{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>(data.data()), int(data.size())};
@@ -79,7 +83,6 @@ std::span<const cairo_path_data_t> CanvasPainter::setPath(cairo_t* cr, const Can
     // Line widths and dashes are in user space.
     cairo_matrix_t ctm = to_cairo_matrix(state_.transform);
     cairo_set_matrix(cr, &ctm);
-    return data;
 }
 
 void CanvasPainter::setStrokeStyle(cairo_t* cr) const
@@ -134,6 +137,9 @@ bool CanvasPainter::hasDashes() const
 
 void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, std::span<const cairo_path_data_t> data) const
 {
+    // Cairo is given the path only when it draws the shape: most shapes are painted through a
+    // coverage mask, which needs none.
+    const std::span<const cairo_path_data_t> devicePath = data;
     // Straight-edged fills stay with Cairo, which draws them faster still; everything else is
     // flattened once, for a coverage mask or for a long stroke's pieces.
     bool flatten = shape.stroke || shape.glyphs || containsCurves(data);
@@ -145,10 +151,9 @@ void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, std::spa
         data = stepped;
     }
     FlattenedPath path = flatten ? flattenPath(data, cairo_get_tolerance(cr)) : FlattenedPath{};
-    if (flatten && paintByCoverage(cr, shape, path)) {
-        cairo_new_path(cr);
+    if (flatten && paintByCoverage(cr, shape, path))
         return;
-    }
+    setPath(cr, devicePath);
     if (shape.stroke) {
         setStrokeStyle(cr);
         if (needsPiecewiseStroke(path))
