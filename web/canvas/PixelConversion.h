@@ -47,21 +47,7 @@ inline void storeRGBA(std::uint8_t* rgba, std::uint8_t r, std::uint8_t g, std::u
     }
 }
 
-// One pixel of a Cairo surface to RGBA bytes; `opaque` for RGB24 surfaces, whose top byte is
-// unused.
-inline void pixelToRGBA(std::uint32_t pixel, bool opaque, std::uint8_t* rgba)
-{
-    std::uint8_t a = opaque ? 255 : std::uint8_t(pixel >> 24);
-    std::uint8_t r = std::uint8_t(pixel >> 16), g = std::uint8_t(pixel >> 8), b = std::uint8_t(pixel);
-    if (a == 0) {
-        r = g = b = 0;
-    } else if (a != 255) {
-        r = unpremultiply(r, a), g = unpremultiply(g, a), b = unpremultiply(b, a);
-    }
-    storeRGBA(rgba, r, g, b, a);
-}
-
-// pixelToRGBA() of an ARGB32 pixel, and whether premultiplying the bytes gives the pixel back:
+// One ARGB32 pixel to RGBA bytes, and whether premultiplying the bytes gives the pixel back:
 // always, unless a channel is above the alpha, which no drawing makes.
 inline bool pixelToRGBARoundTrips(std::uint32_t pixel, std::uint8_t* rgba)
 {
@@ -77,6 +63,13 @@ inline bool pixelToRGBARoundTrips(std::uint32_t pixel, std::uint8_t* rgba)
     }
     storeRGBA(rgba, r, g, b, a);
     return roundTrips;
+}
+
+// One pixel of a Cairo surface to RGBA bytes; `opaque` for RGB24 surfaces, whose top byte is
+// unused.
+inline void pixelToRGBA(std::uint32_t pixel, bool opaque, std::uint8_t* rgba)
+{
+    pixelToRGBARoundTrips(opaque ? pixel | 0xff000000u : pixel, rgba);
 }
 
 inline std::uint32_t rgbaToPixel(const std::uint8_t* rgba)

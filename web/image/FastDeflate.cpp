@@ -93,14 +93,10 @@ private:
     int used_ = 0;
 };
 
-} // namespace
-
-namespace {
-
 // The stream's checksum, taken pixel by pixel as the pixels are written: a pixel's bytes
 // p0..p3 add s = p0+p1+p2+p3 to the first sum and 4a + (4p0+3p1+2p2+p3) to the second, and k
 // equal pixels in a row add k·s and 4ka + 2s·k(k-1) + k(4p0+3p1+2p2+p3). The sums are
-// reduced after every chunk of a row, before they could grow past 64 bits.
+// reduced every so many steps, long before they could grow past 64 bits.
 class Adler32 {
 public:
     void addByte(std::uint8_t value)
@@ -136,9 +132,9 @@ private:
     std::uint64_t a_ = 1, b_ = 0;
 };
 
-// Pixels written between reductions of the checksum's sums, and most pixels one match repeats
-// (256 bytes; deflate's longest match is 258).
-constexpr std::size_t kChunkPixels = 1024;
+// Steps (a pixel or a match of at most 64) between reductions of the checksum's sums, and most
+// pixels one match repeats (256 bytes; deflate's longest match is 258).
+constexpr std::size_t kStepsBetweenReductions = 1024;
 constexpr std::size_t kMostRepeatedPixels = 64;
 constexpr std::size_t kLongestMatch = 258;
 
@@ -159,20 +155,13 @@ public:
     unsigned char* deflate()
     {
         writer_.put(3, 3); // final block, fixed codes
-        std::size_t x = 0;
-        bool filterWritten = false;
         for (std::size_t y = 0; y < height_; ++y) {
-            if (!filterWritten) {
-                literal(rows_[rowSize_ * y]);
-                checksum_.addByte(rows_[rowSize_ * y]);
-            }
-            filterWritten = false;
-            // The pixel the four bytes before the next one hold, if they hold one.
+            literal(rows_[rowSize_ * y]);
+            checksum_.addByte(rows_[rowSize_ * y]);
+            // The pixel the four bytes before the next one hold, once they hold one.
             std::optional<std::uint32_t> previous;
-            if (x > 0)
-                previous = 0;
-            std::size_t sinceReduce = 0;
-            while (x < width_) {
+            std::size_t steps = 0;
+            for (std::size_t x = 0; x < width_;) {
                 std::uint32_t pixel = pixelAt(pixels(y) + 4 * x);
                 if (previous && pixel != *previous && ((pixel ^ *previous) & 0xffffff) == 0) {
                     // The colour of the pixel before at another alpha, as edges are drawn.
@@ -196,28 +185,23 @@ public:
                     checksum_.addPixels(pixel, run);
                     x += run;
                 } else {
-                    // Transparent pixels run on through the ends of rows, filter bytes and all.
+                    // Transparent pixels run on through the ends of rows, filter bytes and
+                    // all: `y` moves on with them, and the row they end in goes on from there.
                     std::size_t run = zerosFrom(y, x);
                     std::size_t bytes = 4 * run;
                     x += run;
                     while (x == width_ && y + 1 < height_ && rows_[rowSize_ * (y + 1)] == 0) {
                         ++y;
-                        filterWritten = true;
                         x = zerosFrom(y, 0);
                         bytes += 1 + 4 * x;
                     }
                     zeros(bytes);
-                    sinceReduce = kChunkPixels;
                 }
-                if (++sinceReduce >= kChunkPixels) {
+                if (++steps == kStepsBetweenReductions) {
                     checksum_.reduce();
-                    sinceReduce = 0;
+                    steps = 0;
                 }
             }
-            if (!filterWritten)
-                x = 0;
-            else if (x == width_)
-                filterWritten = false, x = 0;
         }
         literal(256);
         unsigned char* tail = writer_.finish();

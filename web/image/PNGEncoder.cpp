@@ -50,18 +50,16 @@ std::string encodePNG(cairo_surface_t* surface, PNGImageData* data)
     PNGImageData image{width, height, {}, {}};
     std::size_t rowSize = 1 + std::size_t(width) * 4;
     image.rows.resize(rowSize * height);
+    // An RGB24 surface's top byte is unused: its pixels are opaque, and never stand for the
+    // decoded file themselves.
+    const std::uint32_t opaqueBits = opaque ? 0xff000000u : 0;
     bool roundTrips = !opaque;
     for (int y = 0; y < height; ++y) {
         unsigned char* row = image.rows.data() + rowSize * y;
         row[0] = 0;
         auto* source = reinterpret_cast<const std::uint32_t*>(pixels + std::size_t(stride) * y);
-        if (opaque) {
-            for (int x = 0; x < width; ++x)
-                pixelToRGBA(source[x], true, row + 1 + 4 * x);
-        } else {
-            for (int x = 0; x < width; ++x)
-                roundTrips &= pixelToRGBARoundTrips(source[x], row + 1 + 4 * x);
-        }
+        for (int x = 0; x < width; ++x)
+            roundTrips &= pixelToRGBARoundTrips(source[x] | opaqueBits, row + 1 + 4 * x);
     }
     std::string png = encodePNG(image);
     if (data) {
