@@ -139,7 +139,7 @@ void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, std::spa
 {
     // Cairo is given the path only when it draws the shape: most shapes are painted through a
     // coverage mask, which needs none.
-    const std::span<const cairo_path_data_t> devicePath = data;
+    const std::span<const cairo_path_data_t> asGiven = data;
     // Straight-edged fills stay with Cairo, which draws them faster still; everything else is
     // flattened once, for a coverage mask or for a long stroke's pieces.
     bool flatten = shape.stroke || shape.glyphs || containsCurves(data);
@@ -153,7 +153,7 @@ void CanvasPainter::fillOrStroke(cairo_t* cr, const CanvasShape& shape, std::spa
     FlattenedPath path = flatten ? flattenPath(data, cairo_get_tolerance(cr)) : FlattenedPath{};
     if (flatten && paintByCoverage(cr, shape, path))
         return;
-    setPath(cr, devicePath);
+    setPath(cr, asGiven);
     if (shape.stroke) {
         setStrokeStyle(cr);
         if (needsPiecewiseStroke(path))
